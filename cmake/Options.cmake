@@ -1,0 +1,28 @@
+# Warnings and build kinds, in one interface target that every target of ours links.
+add_library(krz_options INTERFACE)
+target_compile_options(krz_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion -Wnon-virtual-dtor -Woverloaded-virtual
+  -Werror=return-type -Werror=switch)
+target_compile_options(krz_options INTERFACE -ffunction-sections -fdata-sections)
+target_link_options(krz_options INTERFACE -Wl,--as-needed -Wl,--gc-sections -Wl,-O1)
+
+if(KRZ_SANITIZE)
+  target_compile_options(krz_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=undefined
+    -fno-omit-frame-pointer)
+  target_link_options(krz_options INTERFACE -fsanitize=address,undefined)
+else()
+  # Undefined symbols of a shared library fail when it is linked, not when somebody loads it.
+  target_link_options(krz_options INTERFACE $<$<NOT:$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>>:-Wl,-z,defs>)
+endif()
+
+# Starting krz is most of its time on a small movie, and loading the shared C++ library is most of starting.
+add_library(krz_cxx_runtime INTERFACE)
+if(KRZ_STATIC_CXX AND NOT KRZ_SANITIZE)
+  target_link_options(krz_cxx_runtime INTERFACE -static-libstdc++ -static-libgcc -Wl,--exclude-libs,ALL)
+endif()
+
+find_program(KRZ_CCACHE ccache)
+if(KRZ_CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${KRZ_CCACHE})
+  set(CMAKE_C_COMPILER_LAUNCHER ${KRZ_CCACHE})
+endif()

@@ -1,0 +1,48 @@
+// Running scripts: source text in, exit status and diagnostics out.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "export.h"
+
+namespace krz {
+
+class Runtime;
+
+/// A place in a source and what is wrong there.
+struct KRZ_API Diagnostic {
+  std::string file;
+  int line = 0;    // from 1
+  int column = 0;  // from 1, in characters
+  std::string message;
+  std::string source_line;  // the line's text, for the caret
+
+  /// "file:line:column: error: message", the source line, and a caret under the column; ends with a new line.
+  std::string text() const;
+};
+
+/// A checked and compiled script.
+class KRZ_API Script {
+ public:
+  ~Script();
+  Script(const Script&) = delete;
+  Script& operator=(const Script&) = delete;
+
+  /// Parses, checks and compiles. Null when anything is wrong; `diagnostics` then says what, in source order, at most twenty.
+  static std::unique_ptr<Script> compile(Runtime& runtime, std::string_view source, std::string file,
+                                         std::vector<Diagnostic>& diagnostics);
+
+  /// Runs the script. The result is its exit status: 0, what Quit was given, or 1 after an uncaught exception, which has then been
+  /// reported on standard error with its place.
+  int run();
+
+ private:
+  struct State;
+  explicit Script(std::unique_ptr<State> state);
+  std::unique_ptr<State> state_;
+};
+
+}  // namespace krz

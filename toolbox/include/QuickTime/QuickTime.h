@@ -1,0 +1,9 @@
+/* Umbrella of the movie toolbox. */
+#ifndef KRZ_QUICKTIME_QUICKTIME_H
+#define KRZ_QUICKTIME_QUICKTIME_H
+
+#include <Carbon/Carbon.h>
+#include <CoreAudio/CoreAudioTypes.h>
+#include <QuickTime/Movies.h>
+
+#endif /* KRZ_QUICKTIME_QUICKTIME_H */
