@@ -1,0 +1,2 @@
+// A C++ program that does nothing: what starting any program costs here.
+int main() {}

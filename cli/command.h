@@ -1,0 +1,69 @@
+// How a command of krz is described: parsing, help and completions all read the same records.
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace cli {
+
+/// Exit statuses, the same for every command.
+enum ExitStatus : int {
+  kDone = 0,
+  kFailed = 1,          // the work failed, the file is unchanged
+  kWrongUsage = 2,
+  kUnreadableInput = 3, // the input cannot be read or is not supported
+};
+
+/// An option of a command. `value_name` is null for a switch.
+struct Option {
+  const char* name;        // without the dashes
+  char letter;             // 0 for none
+  const char* value_name;  // what the value is called in the help
+  const char* help;
+};
+
+struct Invocation;
+
+/// A command. Either `script` holds its program in the host language, or `run` does the work.
+struct Command {
+  const char* name;
+  const char* synopsis;  // what follows the name, "FILE… [--json]"
+  const char* summary;
+  const char* examples;  // worked examples, ready to print
+  std::span<const Option> options;
+  int least_arguments;
+  int most_arguments;      // -1 for any number
+  bool stops_at_argument;  // options behind the first argument belong to the argument (krz run)
+  const char* script;
+  int (*run)(const Invocation& invocation);
+};
+
+/// A command with what the user gave it.
+struct Invocation {
+  const Command* command = nullptr;
+  std::vector<std::string> arguments;
+  std::vector<std::pair<std::string_view, std::string>> options;  // by name, in the order given
+
+  bool has(std::string_view option) const;
+
+  /// The last value given for an option; empty when there is none.
+  std::string_view value(std::string_view option) const;
+};
+
+/// Every command, in the order the help lists them.
+std::span<const Command> commands();
+
+/// The command of that name, null when there is none.
+const Command* find_command(std::string_view name);
+
+/// Sorts `argv` (the words behind the command's name) into arguments and options. False when something is wrong, which has then
+/// been reported on standard error.
+bool parse_arguments(const Command& command, std::span<char*> words, Invocation& invocation);
+
+/// Prints "krz: message" on standard error.
+void report(std::string_view message);
+
+}  // namespace cli

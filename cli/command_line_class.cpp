@@ -1,0 +1,35 @@
+#include "command_line_class.h"
+
+#include "object/string.h"
+
+namespace cli {
+
+namespace {
+
+const Invocation* g_invocation = nullptr;
+
+uint8_t has_option(REALstring name) { return g_invocation->has(krz::string_bytes(name)); }
+
+REALstring option_value(REALstring name) {
+  return krz::make_string(g_invocation->value(krz::string_bytes(name)));
+}
+
+MethodEntry kSharedMethods[] = {
+    {reinterpret_cast<REALfunction>(has_option), nullptr, "Has(optionName as string) as boolean", 0},
+    {reinterpret_cast<REALfunction>(option_value), nullptr, "Value(optionName as string) as string",
+     0},
+};
+
+REALclassDefinition g_class = {.version = kPluginInterfaceVersion,
+                               .name = "CommandLine",
+                               .shared_methods = kSharedMethods,
+                               .shared_method_count = 2};
+
+}  // namespace
+
+void register_command_line(krz::Runtime& runtime, const Invocation& invocation) {
+  g_invocation = &invocation;
+  runtime.registry().register_class(g_class);
+}
+
+}  // namespace cli

@@ -1,0 +1,20 @@
+// The commands that are not scripts: running scripts, and looking at the runtime itself.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "command.h"
+
+namespace cli {
+
+int run_script(const Invocation& invocation);
+int list_classes(const Invocation& invocation);
+int make_demonstration(const Invocation& invocation);
+
+/// Runs a program in the host language with the module loaded; `file` is what its diagnostics call it.
+int run_program(std::string_view program, std::string file, const Invocation& invocation,
+                std::vector<std::string> arguments);
+
+}  // namespace cli

@@ -1,0 +1,85 @@
+// krz run, and every built-in command that is a script: one runtime, the module loaded, one program.
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+
+#include "command_line_class.h"
+#include "commands/actions.h"
+#include "language/script.h"
+#include "runtime.h"
+
+namespace cli {
+
+namespace {
+
+constexpr size_t kLongestScript = 16 * 1024 * 1024;
+
+bool read_everything(int descriptor, std::string& text) {
+  char buffer[65536];
+  for (;;) {
+    const ssize_t count = read(descriptor, buffer, sizeof buffer);
+    if (count == 0) return true;
+    if (count < 0) {
+      if (errno == EINTR) continue;
+      return false;
+    }
+    text.append(buffer, static_cast<size_t>(count));
+    if (text.size() > kLongestScript) {
+      errno = EFBIG;
+      return false;
+    }
+  }
+}
+
+/// Reads a script file, or standard input for "-".
+bool read_script(const std::string& path, std::string& text) {
+  if (path == "-") return read_everything(STDIN_FILENO, text);
+  const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (descriptor < 0) return false;
+  const bool complete = read_everything(descriptor, text);
+  const int error = errno;
+  close(descriptor);
+  errno = error;
+  return complete;
+}
+
+}  // namespace
+
+int run_program(std::string_view program, std::string file, const Invocation& invocation,
+                std::vector<std::string> arguments) {
+  krz::RuntimeOptions options;
+  options.arguments = std::move(arguments);
+  krz::Runtime runtime(std::move(options));
+  if (const std::string failure = runtime.load_module(krz::Runtime::default_module_path());
+      !failure.empty()) {
+    report(failure);
+    return kFailed;
+  }
+  register_command_line(runtime, invocation);
+
+  std::vector<krz::Diagnostic> diagnostics;
+  const auto script = krz::Script::compile(runtime, program, std::move(file), diagnostics);
+  if (!script) {
+    for (const krz::Diagnostic& diagnostic : diagnostics) runtime.write_error(diagnostic.text());
+    return kFailed;
+  }
+  const int status = script->run();
+  runtime.flush_output();
+  return status;
+}
+
+int run_script(const Invocation& invocation) {
+  const std::string& path = invocation.arguments.front();
+  std::string text;
+  if (!read_script(path, text)) {
+    report(path + ": " + std::strerror(errno));
+    return kUnreadableInput;
+  }
+  return run_program(text, path == "-" ? "standard input" : path, invocation,
+                     {invocation.arguments.begin() + 1, invocation.arguments.end()});
+}
+
+}  // namespace cli

@@ -1,0 +1,17 @@
+// What krz says about itself.
+#pragma once
+
+#include "command.h"
+
+namespace cli {
+
+/// The whole of krz on one screen.
+void print_help();
+
+/// One command: its options and worked examples.
+void print_command_help(const Command& command);
+
+/// krz, the module and the toolbox that it uses, with their versions.
+int print_version();
+
+}  // namespace cli

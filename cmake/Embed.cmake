@@ -1,0 +1,12 @@
+# krz_embed(VARIABLE FILE...): turns text files into constants of the program, one C++ source for all of them.
+# The constant of "info.bas" is `kInfoScript` in namespace cli, declared in commands/scripts.h.
+function(krz_embed variable)
+  set(output ${CMAKE_CURRENT_BINARY_DIR}/embedded_scripts.cpp)
+  add_custom_command(
+    OUTPUT ${output}
+    COMMAND ${CMAKE_COMMAND} -DOUTPUT=${output} "-DINPUTS=${ARGN}" -P ${PROJECT_SOURCE_DIR}/cmake/EmbedScripts.cmake
+    DEPENDS ${ARGN} ${PROJECT_SOURCE_DIR}/cmake/EmbedScripts.cmake
+    COMMENT "Embedding the built-in commands"
+    VERBATIM)
+  set(${variable} ${output} PARENT_SCOPE)
+endfunction()

@@ -1,0 +1,12 @@
+# Run by krz_embed: writes OUTPUT from the semicolon-separated INPUTS.
+set(text "// Made from the scripts in cli/commands; edit those.\n#include \"commands/scripts.h\"\n\nnamespace cli {\n")
+foreach(input ${INPUTS})
+  get_filename_component(name ${input} NAME_WE)
+  string(SUBSTRING ${name} 0 1 initial)
+  string(TOUPPER ${initial} initial)
+  string(SUBSTRING ${name} 1 -1 rest)
+  file(READ ${input} script)
+  string(APPEND text "const char k${initial}${rest}Script[] = R\"script(${script})script\";\n")
+endforeach()
+string(APPEND text "}  // namespace cli\n")
+file(WRITE ${OUTPUT} "${text}")

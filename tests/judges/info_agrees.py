@@ -1,0 +1,171 @@
+#!/usr/bin/env python3
+"""Compares `krz info --json` with ffprobe and exiftool on a folder of real movies.
+
+usage: info_agrees.py KRZ FOLDER
+
+What is compared, a track at a time: number of tracks, IDs, media types, enabled flags, durations, dimensions, sample
+counts and description formats. A difference that is right has its reason in EXPLAINED below; one that is not in the
+list fails the test, and so does an entry of the list that no longer applies. Exit status 77 (skipped) without the folder
+or the tools.
+"""
+import json
+import pathlib
+import shutil
+import subprocess
+import sys
+
+# Files that hold no movie: krz must refuse them with exit status 3.
+NOT_MOVIES = {}
+
+# (file, track ID or 0 for the movie, field, judge) -> why the judge says something else.
+EXPLAINED = {}
+
+CODEC_TYPES = {"vide": "video", "soun": "audio"}
+
+
+def run(*command):
+    return subprocess.run(command, capture_output=True, text=True, timeout=60)
+
+
+def judge_ffprobe(path):
+    """What ffprobe says of the tracks, by ID. Cover pictures and fragments' extra streams are no tracks."""
+    answer = run("ffprobe", "-v", "quiet", "-show_streams", "-of", "json", str(path))
+    if answer.returncode != 0:
+        return None
+    tracks = []
+    for stream in json.loads(answer.stdout or "{}").get("streams", []):
+        if stream["disposition"].get("attached_pic") and "id" not in stream:
+            continue
+        track = {"id": int(stream.get("id", "0"), 16), "enabled": bool(stream["disposition"]["default"])}
+        if stream.get("codec_type") in CODEC_TYPES.values():
+            track["codecType"] = stream["codec_type"]
+        if "nb_frames" in stream:
+            track["sampleCount"] = int(stream["nb_frames"])
+        tag = stream.get("codec_tag_string", "")
+        if tag and not tag.startswith("[0]"):
+            track["format"] = tag
+        tracks.append(track)
+    return {"trackCount": len(tracks), "tracks": tracks}
+
+
+def judge_exiftool(path):
+    """What exiftool says of the tracks, in file order."""
+    answer = run("exiftool", "-j", "-n", "-G1", "-a", "-charset", "utf8", str(path))
+    if not answer.stdout:
+        return None
+    fields = json.loads(answer.stdout)[0]
+    tracks = []
+    while any(key.startswith(f"Track{len(tracks) + 1}:") for key in fields):
+        prefix = f"Track{len(tracks) + 1}:"
+        tracks.append({key[len(prefix):]: value for key, value in fields.items() if key.startswith(prefix)})
+    found = []
+    for track in tracks:
+        one = {"id": track.get("TrackID", 0)}
+        if "HandlerType" in track:
+            one["mediaType"] = str(track["HandlerType"])
+        if "TrackDuration" in track:
+            one["seconds"] = float(track["TrackDuration"])
+        if "ImageWidth" in track:
+            one["width"] = int(track["ImageWidth"])
+            one["height"] = int(track["ImageHeight"])
+        for name in ("CompressorID", "AudioFormat", "OtherFormat", "MetaFormat", "TextFormat"):
+            if name in track:
+                one["format"] = str(track[name])
+                break
+        if "TrackLayer" in track:
+            one["layer"] = int(track["TrackLayer"])
+        found.append(one)
+    return {"trackCount": len(found), "tracks": found}
+
+
+def ours(document):
+    """The same fields as krz tells them."""
+    scale = document["timeScale"]
+    tracks = []
+    for track in document["tracks"]:
+        one = {
+            "id": track["id"],
+            "enabled": track["enabled"],
+            "mediaType": track["mediaType"],
+            "width": track["width"],
+            "height": track["height"],
+            "sampleCount": track["sampleCount"],
+            "seconds": track["duration"] / scale,
+            "layer": track["layer"],
+            "codecType": CODEC_TYPES.get(track["mediaType"]),
+        }
+        if track["sampleDescriptions"]:
+            one["format"] = track["sampleDescriptions"][0]["codecType"]
+        tracks.append(one)
+    return {"trackCount": document["trackCount"], "tracks": tracks, "tick": 1 / scale}
+
+
+def same(field, mine, theirs, tick):
+    if field == "seconds":
+        return abs(mine - theirs) <= tick + 1e-6
+    if field == "format":
+        return mine.strip() == theirs.strip()
+    return mine == theirs
+
+
+def differences(name, mine, judge, verdict):
+    """Every field that judge and krz both have and see differently."""
+    if mine["trackCount"] != verdict["trackCount"]:
+        yield (name, 0, "trackCount", judge), mine["trackCount"], verdict["trackCount"]
+    for index, track in enumerate(verdict["tracks"]):
+        if index >= len(mine["tracks"]):
+            break
+        own = mine["tracks"][index]
+        for field, value in track.items():
+            if own.get(field) is None and field in ("codecType", "format"):
+                continue
+            if not same(field, own.get(field), value, mine["tick"]):
+                yield (name, own["id"], field, judge), own.get(field), value
+
+
+def main():
+    krz, folder = sys.argv[1], pathlib.Path(sys.argv[2])
+    if not folder.is_dir():
+        print(f"skipped: the folder of real movies {folder} is absent")
+        return 77
+    for tool in ("ffprobe", "exiftool"):
+        if not shutil.which(tool):
+            print(f"skipped: {tool} is not installed")
+            return 77
+    failures, used, compared, movies = [], set(), 0, 0
+    for path in sorted(folder.iterdir()):
+        if path.suffix in (".tsv", ".md"):
+            continue
+        answer = run(krz, "info", "--json", str(path))
+        if path.name in NOT_MOVIES:
+            if answer.returncode != 3 or str(path) not in answer.stderr:
+                failures.append(f"{path.name}: not refused as it should be: {answer.returncode} {answer.stderr}")
+            continue
+        if answer.returncode != 0:
+            failures.append(f"{path.name}: exit status {answer.returncode}: {answer.stderr.strip()}")
+            continue
+        movies += 1
+        mine = ours(json.loads(answer.stdout))
+        for judge, ask in (("ffprobe", judge_ffprobe), ("exiftool", judge_exiftool)):
+            verdict = ask(path)
+            if verdict is None:
+                if (path.name, 0, "opens", judge) in EXPLAINED:
+                    used.add((path.name, 0, "opens", judge))
+                else:
+                    failures.append(f"{path.name}: {judge} cannot read it, krz can")
+                continue
+            compared += sum(len(track) for track in verdict["tracks"]) + 1
+            for key, own, theirs in differences(path.name, mine, judge, verdict):
+                if key in EXPLAINED:
+                    used.add(key)
+                else:
+                    failures.append(f"{key}: krz says {own!r}, {judge} says {theirs!r}")
+    failures += [f"no longer a difference: {key}" for key in EXPLAINED if key not in used]
+    for failure in failures:
+        print(failure)
+    print(f"{movies} movies, {compared} answers compared, {len(used)} explained differences, {len(failures)} failures")
+    return 1 if failures or compared == 0 else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
