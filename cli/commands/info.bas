@@ -7,7 +7,7 @@ For i As Integer = 0 To Args.Ubound
   Try
     Dim m As Movie = OpenMovie(Args(i))
     If CommandLine.Has("json") Then
-      documents.Append(MovieAsJSON(m, Args(i)))
+      documents.Append(MovieDocument(m, Args(i)))
     Else
       If i > 0 Then Print ""
       ShowMovie(m, Args(i))
@@ -18,3 +18,174 @@ For i As Integer = 0 To Args.Ubound
   End Try
 Next
 
+If CommandLine.Has("json") Then
+  If Args.Ubound > 0 Then
+    Print documents.ToString(2)
+  ElseIf documents.Count = 1 Then
+    Print documents.Child(0).ToString(2)
+  End If
+End If
+Quit(worst)
+
+' The movie as a document whose keys stand in their documented order. Times are in the movie's time scale.
+Function MovieDocument(m As Movie, path As String) As JSONItem
+  Dim document As New JSONItem
+  document.Value("file") = path
+  document.Value("timeScale") = m.TimeScale
+  document.Value("duration") = m.Duration
+  document.Value("seconds") = m.Duration / m.TimeScale
+  document.Value("trackCount") = m.TrackCountKRZ
+  document.Value("apertureMode") = Nil
+  document.Value("hasChapterTrack") = False
+  document.Value("hasTimeCodeTrack") = False
+  Dim tracks As New JSONItem("[]")
+  For i As Integer = 1 To m.TrackCountKRZ
+    tracks.Append(TrackDocument(m.GetTrackIndexKRZ(i), i))
+  Next
+  document.Value("tracks") = tracks
+  document.Value("chapters") = New JSONItem("[]")
+  document.Value("timeCode") = Nil
+  document.Value("metaData") = New JSONItem("[]")
+  document.Value("userData") = New JSONItem("[]")
+  Return document
+End Function
+
+Function TrackDocument(t As QTTrackKRZ, index As Integer) As JSONItem
+  Dim document As New JSONItem
+  document.Value("index") = index
+  document.Value("id") = t.TrackID
+  document.Value("mediaType") = t.MediaType
+  document.Value("enabled") = t.TrackEnabled
+  document.Value("duration") = t.Duration
+  document.Value("offset") = t.TimeOffset
+  document.Value("width") = t.Width
+  document.Value("height") = t.Height
+  document.Value("layer") = t.Layer
+  document.Value("volume") = t.TrackVolume
+  document.Value("created") = TimeDocument(t.TrackCreationTime)
+  document.Value("modified") = TimeDocument(t.TrackModificationTime)
+  document.Value("matrix") = MatrixDocument(t)
+  document.Value("sampleCount") = t.MediaSampleCount
+  document.Value("fileCount") = t.FileCount
+  Dim descriptions As New JSONItem("[]")
+  For i As Integer = 1 To t.MediaSampleDescriptionCount
+    Dim description As New JSONItem
+    description.Value("codecType") = FormatOf(t, i)
+    descriptions.Append(description)
+  Next
+  document.Value("sampleDescriptions") = descriptions
+  document.Value("isChapterTrack") = False
+  document.Value("chapterTrack") = Nil
+  document.Value("metaData") = New JSONItem("[]")
+  document.Value("userData") = New JSONItem("[]")
+  Return document
+End Function
+
+' A moment of the file as text, Nil when the file does not say.
+Function TimeDocument(seconds As Integer) As Variant
+  If seconds = 0 Then Return Nil
+  Return MomentText(seconds)
+End Function
+
+Function MatrixDocument(t As QTTrackKRZ) As JSONItem
+  Dim m(8) As Integer
+  t.GetTrackRawMatrix(m(0), m(1), m(2), m(3), m(4), m(5), m(6), m(7), m(8))
+  Dim document As New JSONItem("[]")
+  For i As Integer = 0 To 8
+    document.Append(m(i))
+  Next
+  Return document
+End Function
+
+' The four-character code of a sample description: bytes 4 to 7 of its record.
+Function FormatOf(t As QTTrackKRZ, index As Integer) As String
+  Dim raw As MemoryBlock = t.MediaSampleDescriptionRaw(index)
+  If raw Is Nil Then Return ""
+  If raw.Size < 8 Then Return ""
+  Return ConvertEncoding(DefineEncoding(raw.StringValue(4, 4), Encodings.MacRoman), Encodings.UTF8)
+End Function
+
+' "2001-02-03T04:05:06Z" of seconds since 1904 that stand as unsigned 32 bits in an Integer.
+Function MomentText(seconds As Integer) As String
+  Dim total As Int64 = seconds
+  If total < 0 Then total = total + 4294967296
+  Dim dayTime As Integer = total Mod 86400
+  ' Days since 1 March of the year 0; a year that begins in March ends in its leap day.
+  Dim day As Integer = total \ 86400 + 695361
+  Dim era As Integer = day \ 146097
+  Dim dayOfEra As Integer = day - era * 146097
+  Dim yearOfEra As Integer = (dayOfEra - dayOfEra \ 1460 + dayOfEra \ 36524 - dayOfEra \ 146096) \ 365
+  Dim dayOfYear As Integer = dayOfEra - (365 * yearOfEra + yearOfEra \ 4 - yearOfEra \ 100)
+  Dim month As Integer = (5 * dayOfYear + 2) \ 153
+  Dim year As Integer = yearOfEra + era * 400
+  Dim dayOfMonth As Integer = dayOfYear - (153 * month + 2) \ 5 + 1
+  If month < 10 Then
+    month = month + 3
+  Else
+    month = month - 9
+    year = year + 1
+  End If
+  Return Digits(year, 4) + "-" + Digits(month, 2) + "-" + Digits(dayOfMonth, 2) + "T" + Digits(dayTime \ 3600, 2) + ":" + Digits((dayTime \ 60) Mod 60, 2) + ":" + Digits(dayTime Mod 60, 2) + "Z"
+End Function
+
+Function Digits(value As Integer, count As Integer) As String
+  Dim text As String = Str(value)
+  While Len(text) < count
+    text = "0" + text
+  Wend
+  Return text
+End Function
+
+' A line about the movie, then a table of its tracks.
+Sub ShowMovie(m As Movie, path As String)
+  Print path
+  Dim count As Integer = m.TrackCountKRZ
+  Dim tracks As String = " tracks"
+  If count = 1 Then tracks = " track"
+  Print "  " + Clock(m.Duration / m.TimeScale) + ", " + Str(m.TimeScale) + " units a second, " + Str(count) + tracks
+  If count = 0 Then Return
+  Print ""
+  Print "   #    id  type  format      from  duration       size  layer    samples"
+  For i As Integer = 1 To count
+    ShowTrack(m.GetTrackIndexKRZ(i), i, m.TimeScale)
+  Next
+End Sub
+
+Sub ShowTrack(t As QTTrackKRZ, index As Integer, timeScale As Integer)
+  Dim size As String = "-"
+  If t.Width <> 0 Or t.Height <> 0 Then size = Str(t.Width) + "x" + Str(t.Height)
+  Dim kind As String = t.MediaType
+  If kind = "" Then kind = "-"
+  Dim format As String = "-"
+  Dim formats As Integer = t.MediaSampleDescriptionCount
+  If formats > 0 Then format = FormatOf(t, 1)
+  If formats > 1 Then format = format + " +" + Str(formats - 1)
+  Dim line As String = Right("    " + Str(index), 4) + PadLeft(Str(t.TrackID), 6) + "  " + PadRight(kind, 6) + PadRight(format, 8)
+  line = line + PadLeft(Clock(t.TimeOffset / timeScale), 8) + PadLeft(Clock((t.Duration - t.TimeOffset) / timeScale), 10)
+  line = line + PadLeft(size, 11) + PadLeft(Str(t.Layer), 7) + PadLeft(Str(t.MediaSampleCount), 11)
+  If Not t.TrackEnabled Then line = line + "  disabled"
+  Print line
+End Sub
+
+Function PadLeft(text As String, width As Integer) As String
+  While Len(text) < width
+    text = " " + text
+  Wend
+  Return text
+End Function
+
+Function PadRight(text As String, width As Integer) As String
+  While Len(text) < width
+    text = text + " "
+  Wend
+  Return text
+End Function
+
+' Seconds as "1:02:03.4", or "2:03.45" below an hour.
+Function Clock(seconds As Double) As String
+  Dim hundredths As Int64 = Round(seconds * 100)
+  Dim text As String = Digits((hundredths \ 100) Mod 60, 2) + "." + Digits(hundredths Mod 100, 2)
+  Dim minutes As Int64 = hundredths \ 6000
+  If minutes < 60 Then Return Str(minutes) + ":" + text
+  Return Str(minutes \ 60) + ":" + Digits(minutes Mod 60, 2) + ":" + text
+End Function

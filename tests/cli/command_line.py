@@ -1,0 +1,174 @@
+#!/usr/bin/env python3
+"""What a person sees of krz: exit statuses, messages, help. usage: command_line.py KRZ"""
+import json
+import os
+import pathlib
+import re
+import struct
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+
+KRZ = os.path.abspath(sys.argv[1])
+
+
+def krz(*arguments, stdin="", cwd=None):
+    return subprocess.run([KRZ, *map(str, arguments)], input=stdin, capture_output=True, text=True, timeout=60, cwd=cwd)
+
+
+class CommandLine(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.folder = tempfile.TemporaryDirectory()
+        cls.path = pathlib.Path(cls.folder.name)
+        made = krz("demo", cls.path)
+        assert made.returncode == 0, made.stderr
+        cls.movie = cls.path / "krz-demo.mov"
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.folder.cleanup()
+
+    def file(self, name, content):
+        path = self.path / name
+        path.write_bytes(content if isinstance(content, bytes) else content.encode())
+        return path
+
+    def test_wrong_usage_is_status_2_and_says_what_to_do(self):
+        for arguments, expected in (
+            (["inof", "a.mov"], "did you mean `krz info`"),
+            (["xyzzy"], "krz --help"),
+            (["info"], "needs more arguments"),
+            (["info", "--jsno", "a.mov"], "--jsno is not an option of info"),
+            (["classes", "A", "B"], "takes no more arguments"),
+        ):
+            with self.subTest(arguments=arguments):
+                answer = krz(*arguments)
+                self.assertEqual(answer.returncode, 2)
+                self.assertEqual(answer.stdout, "")
+                self.assertIn(expected, answer.stderr)
+                self.assertEqual(answer.stderr.count("\n"), 1)
+
+    def test_help_names_every_command_and_fits_a_screen(self):
+        answer = krz("--help")
+        self.assertEqual(answer.returncode, 0)
+        self.assertLessEqual(answer.stdout.count("\n"), 24)
+        for command in ("info", "run", "classes", "demo"):
+            self.assertIn(f"\n  {command} ", answer.stdout)
+            help_text = krz("help", command)
+            self.assertEqual(help_text.returncode, 0)
+            self.assertEqual(help_text.stdout, krz(command, "--help").stdout)
+            examples = re.findall(rf"^  krz {command}", help_text.stdout, re.M)
+            self.assertGreaterEqual(len(examples), 2)
+
+    def test_version_names_plug_in_and_toolbox(self):
+        answer = krz("--version")
+        self.assertEqual(answer.returncode, 0)
+        self.assertRegex(answer.stdout, r"^krz \d+\.\d+\.\d+\nplug-in /.*krz-movie\.so\ntoolbox \d+\.\d+\.\d+\n$")
+
+    def test_demonstration_is_made_once_and_never_overwrites(self):
+        again = krz("demo", self.path)
+        self.assertEqual(again.returncode, 0, again.stderr)
+        self.assertEqual([p.name for p in self.path.glob("krz-demo*")], ["krz-demo.mov"])
+        other = self.path / "other"
+        other.mkdir()
+        precious = other / "krz-demo.mov"
+        precious.write_bytes(b"somebody's movie")
+        answer = krz("demo", other)
+        self.assertEqual(precious.read_bytes(), b"somebody's movie")
+        self.assertEqual(answer.returncode, 1)
+        self.assertIn("krz-demo.mov", answer.stderr)
+
+    def test_info_reports_the_good_movies_beside_the_bad(self):
+        bad = self.file("bad.mov", b"not a movie at all, only text")
+        answer = krz("info", "--json", bad, self.movie, self.path / "missing.mov")
+        self.assertEqual(answer.returncode, 3)
+        documents = json.loads(answer.stdout)
+        self.assertEqual([d["file"] for d in documents], [str(self.movie)])
+        self.assertIn("bad.mov", answer.stderr)
+        self.assertIn("missing.mov", answer.stderr)
+
+    def test_info_keys_stand_in_their_order(self):
+        text = krz("info", "--json", self.movie).stdout
+        document = json.loads(text)
+        self.assertEqual(
+            list(document),
+            ["file", "timeScale", "duration", "seconds", "trackCount", "apertureMode", "hasChapterTrack", "hasTimeCodeTrack",
+             "tracks", "chapters", "timeCode", "metaData", "userData"])
+        self.assertEqual(
+            list(document["tracks"][0]),
+            ["index", "id", "mediaType", "enabled", "duration", "offset", "width", "height", "layer", "volume", "created",
+             "modified", "matrix", "sampleCount", "fileCount", "sampleDescriptions", "isChapterTrack", "chapterTrack",
+             "metaData", "userData"])
+        self.assertTrue(text.startswith('{\n  "file": '))
+
+    def test_unreadable_inputs_are_status_3_with_file_path_and_offset(self):
+        whole = self.movie.read_bytes()
+        at = whole.index(b"moov") - 4
+        cases = {
+            "empty.mov": (b"", "empty"),
+            "text.mov": (b"This is no movie, it is a text of some length.\n" * 4, "text.mov"),
+            "truncated.mov": (whole[: at + 200], "moov"),
+            "no-moov.mov": (whole[:at], "no movie"),
+            "absurd.mov": (whole[:at] + struct.pack(">I4s", 0x7FFFFFFF, b"moov") + whole[at + 8 :], "moov"),
+        }
+        for name, (content, expected) in cases.items():
+            with self.subTest(name=name):
+                answer = krz("info", self.file(name, content))
+                self.assertEqual(answer.returncode, 3, answer.stderr)
+                self.assertIn(name, answer.stderr)
+                self.assertIn(expected, answer.stderr.lower())
+                self.assertEqual(answer.stdout, "")
+        folder = krz("info", self.path)
+        self.assertEqual(folder.returncode, 3)
+        self.assertIn("folder", folder.stderr)
+
+    def test_truncated_anywhere_ends_quickly_in_0_or_3(self):
+        whole = self.movie.read_bytes()
+        begin = time.monotonic()
+        cuts = sorted(set(range(0, len(whole), max(1, len(whole) // 150))) | {len(whole) - 1})
+        for cut in cuts:
+            answer = krz("info", self.file("cut.mov", whole[:cut]))
+            self.assertIn(answer.returncode, (0, 3), f"cut at {cut}: {answer.stderr}")
+            if answer.returncode == 3:
+                self.assertIn("cut.mov", answer.stderr)
+        self.assertLess((time.monotonic() - begin) / len(cuts), 1.0)
+
+    def test_scripts_end_as_described(self):
+        """A nil movie, a wrong argument count, an unknown method, an exception, a missing file."""
+        cases = (
+            ("nil.bas", "Dim m As Movie\nPrint 1\nPrint m.TrackCountKRZ\n", 1, "1\n", r"nil\.bas:3:\d+: NilObjectException"),
+            ("count.bas", "Dim m As Movie\nPrint m.GetTrackIDKRZ()\n", 1, "", r"count\.bas:2:\d+: error: .*GetTrackIDKRZ\(id as integer\)"),
+            ("unknown.bas", "Dim m As Movie\nPrint m.TrackCuontKRZ\n", 1, "", r"unknown\.bas:2:\d+: error: .*TrackCountKRZ"),
+            ("raise.bas", "Print 1\nDim e As New RuntimeException\ne.Message = \"enough\"\nRaise e\n", 1, "1\n", r"raise\.bas:4:\d+: RuntimeException: enough"),
+            ("missing.bas", "Dim m As Movie = OpenMovie(\"not-there.mov\")\n", 1, "", r"missing\.bas:1:\d+: IOException: .*not-there\.mov"),
+            ("quit.bas", "Print \"bye\"\nQuit(7)\n", 7, "bye\n", r"^$"),
+        )
+        for name, text, status, output, error in cases:
+            with self.subTest(name=name):
+                answer = krz("run", self.file(name, text))
+                self.assertEqual(answer.returncode, status, answer.stderr)
+                self.assertEqual(answer.stdout, output)
+                self.assertRegex(answer.stderr, error)
+                if status == 1:
+                    self.assertRegex(answer.stderr, r"\n *\^", "a caret under the place")
+
+    def test_scripts_from_standard_input_see_their_arguments(self):
+        answer = krz("run", "-", "a b", "--json", stdin="Print Args(0)\nPrint Args(1)\n")
+        self.assertEqual((answer.returncode, answer.stdout), (0, "a b\n--json\n"), answer.stderr)
+        self.assertEqual(krz("run", self.path / "nowhere.bas").returncode, 3)
+
+    def test_classes_lists_declarations_as_registered(self):
+        listed = json.loads(krz("classes", "--json").stdout)
+        track = next(c for c in listed if c["name"] == "QTTrackKRZ")
+        self.assertEqual(track["properties"], ["Movie as Movie", "TrackHandle as Integer", "Lasterror as Integer"])
+        self.assertIn("GetTrackIndexKRZ(index as integer) as QTTrackKRZ", krz("classes", "movie").stdout)
+        answer = krz("classes", "NoSuchClass")
+        self.assertEqual(answer.returncode, 1)
+        self.assertIn("krz classes", answer.stderr)
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1] + sys.argv[2:])
