@@ -108,6 +108,8 @@ class AtomTree {
  private:
   friend class AtomWalk;
 
+  const ByteSource* source(const AtomNode& atom) const;
+
   const ByteSource* file_ = nullptr;
   std::unique_ptr<MemorySource> unpacked_;
   std::vector<AtomNode> nodes_;

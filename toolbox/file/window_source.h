@@ -2,6 +2,8 @@
 // of the file.
 #pragma once
 
+#include <cstring>
+
 #include "base/bytes.h"
 #include "file/byte_source.h"
 
@@ -21,9 +23,10 @@ class WindowSource : public ByteSource {
   const std::string& name() const override { return source_->name(); }
   Status read(uint64_t offset, std::span<uint8_t> bytes) const override;
 
-  /// The bytes at `offset`, valid until the next call of any function. REQUIRES: size <=
-  /// kSmallestWindow. Fails: as ByteSource::read.
-  Result<ByteView> view(uint64_t offset, uint64_t size) const;
+  /// True when a small read at `offset` needs no read of the file.
+  bool holds(uint64_t offset, uint64_t size) const {
+    return pinned_.holds(offset, size) || window_.holds(offset, size);
+  }
 
   /// Reads a range at once and keeps it in memory for good; ranges pinned earlier are given up.
   /// Fails: as ByteSource::read; nothing is pinned then.
@@ -39,8 +42,8 @@ class WindowSource : public ByteSource {
     bool holds(uint64_t at, uint64_t size) const {
       return at >= offset && size <= bytes.size() && at - offset <= bytes.size() - size;
     }
-    ByteView at(uint64_t place, uint64_t size) const {
-      return ByteView(bytes).subspan(place - offset, size);
+    void copy(uint64_t at, std::span<uint8_t> to) const {
+      if (!to.empty()) std::memcpy(to.data(), bytes.data() + (at - offset), to.size());
     }
   };
   Status move_window(uint64_t offset, uint64_t size) const;
