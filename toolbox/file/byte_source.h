@@ -9,7 +9,8 @@
 
 namespace toolbox {
 
-/// A fixed range of bytes that can be read at any place. Not safe for use by several threads at once.
+/// A fixed range of bytes that can be read at any place. Not safe for use by several threads at
+/// once.
 class ByteSource {
  public:
   virtual ~ByteSource() = default;

@@ -9,8 +9,9 @@
 
 namespace toolbox {
 
-/// Rows of `row_size` bytes each, read in windows of about 256 KiB that are reused from call to call. Walking a table in
-/// order costs one read a window and no memory beyond it; a table that fits a window is read once.
+/// Rows of `row_size` bytes each, read in windows of about 256 KiB that are reused from call to
+/// call. Walking a table in order costs one read a window and no memory beyond it; a table that
+/// fits a window is read once.
 class TableView {
  public:
   TableView() = default;
@@ -20,9 +21,8 @@ class TableView {
   uint32_t row_size() const { return row_size_; }
   const ByteRange& range() const { return range_; }
 
-  /// The bytes of row `row`, valid until the next call; the following rows of the same window stand behind it.
-  /// REQUIRES: row < row_count().
-  /// Fails: as ByteSource::read.
+  /// The bytes of row `row`, valid until the next call; the following rows of the same window stand
+  /// behind it. REQUIRES: row < row_count(). Fails: as ByteSource::read.
   Result<const uint8_t*> row(uint64_t row) const;
 
   /// How many rows, `row` included, lie in the window that row(row) has just loaded.
