@@ -57,12 +57,15 @@ struct Shield<Function> {
         HOST_FUNCTION(getter), HOST_FUNCTION(setter), 0, {}                      \
   }
 
+/// The value of kDirectField, in a form that needs no start-up code in a table.
+#define DIRECT_ACCESS reinterpret_cast<REALfunction>(~std::uintptr_t{0})
+
 /// A property that the host reads and writes in the instance data itself, with property flags for
 /// the host.
 #define FLAGGED_DIRECT_FIELD(Record, field, name, type, flags)                           \
   {                                                                                      \
     nullptr, name, ::krz::declaration::field_type<decltype(Record::field)>(type), flags, \
-        kDirectField, kDirectField, offsetof(Record, field), {}                          \
+        DIRECT_ACCESS, DIRECT_ACCESS, offsetof(Record, field), {}                        \
   }
 #define DIRECT_FIELD(Record, field, name, type) FLAGGED_DIRECT_FIELD(Record, field, name, type, 0)
 
