@@ -1,7 +1,8 @@
 // The records that host and module hand to each other, and the handles neither side looks into.
 //
-// Built for a 32-bit target every record has the sizes and offsets of the system it comes from; built for 64 bits it is
-// as wide as pointers make it. Host integers are 32 bits wide on every build.
+// Built for a 32-bit target every record has the sizes and offsets of the system it comes from;
+// built for 64 bits it is as wide as pointers make it. Host integers are 32 bits wide on every
+// build.
 #pragma once
 
 #include <Carbon/Carbon.h>
@@ -39,13 +40,14 @@ inline const REALfunction kDirectField = reinterpret_cast<REALfunction>(~std::ui
 
 /// A property of a class. Ten consecutive slots.
 struct PropertyEntry {
-  const char* group;     // null: properties are not grouped
+  const char* group;  // null: properties are not grouped
   const char* name;
-  const char* type;      // host-language type name
-  uint32_t flags;        // handed through
-  REALfunction getter;   // (object, param) -> value, or all ones for a direct field
-  REALfunction setter;   // (object, param, value), all ones for a direct field, null when read-only
-  intptr_t param;        // second argument of getter and setter; byte position of a direct field in the instance data
+  const char* type;     // host-language type name
+  uint32_t flags;       // handed through
+  REALfunction getter;  // (object, param) -> value, or all ones for a direct field
+  REALfunction setter;  // (object, param, value), all ones for a direct field, null when read-only
+  intptr_t param;  // second argument of getter and setter; byte position of a direct field in the
+                   // instance data
   intptr_t reserved[3];
 };
 
@@ -63,36 +65,38 @@ struct ConstantEntry {
   intptr_t reserved[2];
 };
 
-/// A class as the module describes it to the host. Twenty-five consecutive slots.
+/// A class as the module describes it to the host. Twenty-five consecutive slots; what a class does
+/// not name is null or 0.
 struct REALclassDefinition {
-  int32_t version;
-  const char* name;
-  const char* superclass;      // null for none
-  int32_t data_size;           // bytes of instance data
-  int32_t host_slot;           // written by the host: byte offset of the instance data in every instance
-  REALfunction constructor;    // (object), null for none
-  REALfunction destructor;     // (object), null for none
-  PropertyEntry* properties;
-  int32_t property_count;
-  MethodEntry* methods;
-  int32_t method_count;
-  void* events;
-  int32_t event_count;
-  void* event_instances;
-  int32_t event_instance_count;
-  const char* interfaces;
-  void* bindings;
-  int32_t binding_count;
-  ConstantEntry* constants;
-  int32_t constant_count;
-  uint32_t flags;              // handed through
-  PropertyEntry* shared_properties;
-  int32_t shared_property_count;
-  MethodEntry* shared_methods;
-  int32_t shared_method_count;
+  int32_t version = 0;
+  const char* name = nullptr;
+  const char* superclass = nullptr;  // null for none
+  int32_t data_size = 0;             // bytes of instance data
+  int32_t host_slot = 0;  // written by the host: byte offset of the instance data in every instance
+  REALfunction constructor = nullptr;  // (object), null for none
+  REALfunction destructor = nullptr;   // (object), null for none
+  PropertyEntry* properties = nullptr;
+  int32_t property_count = 0;
+  MethodEntry* methods = nullptr;
+  int32_t method_count = 0;
+  void* events = nullptr;
+  int32_t event_count = 0;
+  void* event_instances = nullptr;
+  int32_t event_instance_count = 0;
+  const char* interfaces = nullptr;
+  void* bindings = nullptr;
+  int32_t binding_count = 0;
+  ConstantEntry* constants = nullptr;
+  int32_t constant_count = 0;
+  uint32_t flags = 0;  // handed through
+  PropertyEntry* shared_properties = nullptr;
+  int32_t shared_property_count = 0;
+  MethodEntry* shared_methods = nullptr;
+  int32_t shared_method_count = 0;
 };
 
-/// A string's bytes, as the host hands them out. Whoever received them gives them back through the disposing entry.
+/// A string's bytes, as the host hands them out. Whoever received them gives them back through the
+/// disposing entry.
 struct REALstringData {
   void* data;
   int32_t length;     // bytes
@@ -102,9 +106,9 @@ struct REALstringData {
 /// The string record of hosts before 2013, which module code of that time reads directly.
 struct REALstringRecord {
   int32_t locks;
-  char* storage;     // the text begins one byte into it
+  char* storage;  // the text begins one byte into it
   uint32_t encoding;
-  int32_t length;    // bytes of text
+  int32_t length;  // bytes of text
 };
 
 /// The instance data of the host class "QTAudioChannelDescriptionKRZ".
