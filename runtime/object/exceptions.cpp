@@ -20,7 +20,7 @@ const PropertyInfo* message_property(REALobject exception) {
 
 }  // namespace
 
-void raise_exception(std::string_view class_name, std::string_view message) {
+void raise_exception(std::string_view class_name, std::string_view message, int32_t error_number) {
   if (g_pending) return;
   const Registry& registry = Runtime::current().registry();
   const ClassInfo* class_info = registry.find_class(class_name);
@@ -33,6 +33,12 @@ void raise_exception(std::string_view class_name, std::string_view message) {
     text.string = make_string(message);
     set_property(*property, exception, text);
     unlock_string(text.string);
+  }
+  if (const PropertyInfo* property = class_info->find_property("ErrorNumber");
+      property && property->type.kind == Kind::kInteger && !property->read_only()) {
+    Slot number;
+    number.integer = error_number;
+    set_property(*property, exception, number);
   }
   raise_exception(exception);
   unlock_object(exception);

@@ -9,9 +9,10 @@
 
 namespace krz {
 
-/// Raises an instance of the class (or RuntimeException when there is none) with that message. The
-/// first of several raised during one call stays.
-void raise_exception(std::string_view class_name, std::string_view message);
+/// Raises an instance of the class (or RuntimeException when there is none) with that message and
+/// error number. The first of several raised during one call stays.
+void raise_exception(std::string_view class_name, std::string_view message,
+                     int32_t error_number = 0);
 
 /// Raises an exception object; takes a lock of its own.
 void raise_exception(REALobject exception);
