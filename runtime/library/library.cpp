@@ -13,7 +13,13 @@ void register_library(Registry& registry) {
   register_folder_item(registry);
   register_movie(registry);
   register_audio_layout(registry);
+  register_text_parts(registry);
+  register_text_search(registry);
+  register_text_convert(registry);
+  register_encodings(registry);
+  register_numbers(registry);
   register_system(registry);
+  register_json(registry);
 }
 
 }  // namespace krz

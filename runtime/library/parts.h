@@ -9,7 +9,9 @@ namespace krz {
 
 void register_exception_classes(Registry& registry);
 void register_audio_layout(Registry& registry);
-void register_text(Registry& registry);
+void register_text_parts(Registry& registry);
+void register_text_search(Registry& registry);
+void register_text_convert(Registry& registry);
 void register_encodings(Registry& registry);
 void register_numbers(Registry& registry);
 void register_system(Registry& registry);
