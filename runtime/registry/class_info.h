@@ -1,6 +1,8 @@
-// What the runtime knows about a class: its place in the tree, where its instance data lies, and its members, parsed from
-// their declarations the first time somebody asks for one of that name.
+// What the runtime knows about a class: its place in the tree, where its instance data lies, and
+// its members, parsed from their declarations the first time somebody asks for one of that name.
 #pragma once
+
+#include <krz/abi.h>
 
 #include <memory>
 #include <span>
@@ -8,7 +10,6 @@
 #include <string_view>
 #include <vector>
 
-#include <krz/abi.h>
 #include "object/type.h"
 
 namespace krz {
@@ -25,7 +26,7 @@ struct Parameter {
 
 struct Signature {
   std::vector<Parameter> parameters;
-  Type result;                 // kVoid for a Sub
+  Type result;                       // kVoid for a Sub
   bool reads_like_property = false;  // declared without a parameter list
   size_t required_count() const;     // parameters that are not optional
 };
@@ -36,10 +37,11 @@ struct MethodInfo {
   std::string_view declaration;  // exactly as registered
   Signature signature;
   REALfunction function = nullptr;
-  REALfunction setter = nullptr;      // set: assignable
-  const ClassInfo* owner = nullptr;   // null for a global function
-  bool shared = false;                // called without a receiver
-  mutable const struct CallPlan* plan = nullptr;  // prepared by the first call (registry/invoke.cpp)
+  REALfunction setter = nullptr;     // set: assignable
+  const ClassInfo* owner = nullptr;  // null for a global function
+  bool shared = false;               // called without a receiver
+  mutable const struct CallPlan* plan =
+      nullptr;  // prepared by the first call (registry/invoke.cpp)
 };
 
 struct PropertyInfo {
@@ -57,20 +59,23 @@ struct ConstantInfo {
   Slot value;  // a string here is locked by the registry
 };
 
-/// A class of the language. One object per name for the life of the registry: a name may be mentioned in a declaration before
-/// its class is registered, and `is_defined` turns true then.
+/// A class of the language. One object per name for the life of the registry: a name may be
+/// mentioned in a declaration before its class is registered, and `is_defined` turns true then.
 class ClassInfo {
  public:
   const std::string& name() const { return name_; }
   bool is_defined() const { return definition_ != nullptr; }
-  const ClassInfo* superclass() const { return superclass_; }  // null for a class right below "Object"
+  const ClassInfo* superclass() const {
+    return superclass_;
+  }  // null for a class right below "Object"
   const REALclassDefinition* definition() const { return definition_; }
-  int32_t data_offset() const { return data_offset_; }      // of this class's own data in an instance
+  int32_t data_offset() const { return data_offset_; }  // of this class's own data in an instance
   int32_t instance_size() const { return instance_size_; }  // bytes of a whole instance
-  bool is_a(const ClassInfo* other) const;  // the same class or a subclass; true for null ("Object")
+  bool is_a(
+      const ClassInfo* other) const;  // the same class or a subclass; true for null ("Object")
 
-  /// Members by name, without regard to case, this class first and then up the chain. Overloads of one name come together, those
-  /// of a class extension included. Empty or null when there is none.
+  /// Members by name, without regard to case, this class first and then up the chain. Overloads of
+  /// one name come together, those of a class extension included. Empty or null when there is none.
   std::span<const MethodInfo* const> find_methods(std::string_view name) const;
   std::span<const MethodInfo* const> find_shared_methods(std::string_view name) const;
   const PropertyInfo* find_property(std::string_view name) const;
@@ -86,6 +91,9 @@ class ClassInfo {
 
   struct Members;  // the parsed members, made on first use
   Members& members() const;
+  template <class Visit>
+  void visit_definitions(Visit visit) const;  // its own definition, then those of its extensions
+  std::span<const MethodInfo* const> find_methods_of(std::string_view name, bool shared) const;
 
   Registry& registry_;
   std::string name_;

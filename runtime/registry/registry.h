@@ -11,7 +11,8 @@
 
 namespace krz {
 
-/// A global function of the language, declared as modules declare methods. Its first argument is the first declared one.
+/// A global function of the language, declared as modules declare methods. Its first argument is
+/// the first declared one.
 struct FunctionEntry {
   REALfunction function;
   const char* declaration;  // "Left(text as string, count as integer) as string"
@@ -24,9 +25,9 @@ class Registry {
   Registry(const Registry&) = delete;
   Registry& operator=(const Registry&) = delete;
 
-  /// Adds a class. The definition must outlive the registry; its host slot is written. Declarations are parsed later, when a
-  /// member is asked for. A class of that name that is defined already is replaced only in a new registry: a second definition is
-  /// an error in declaration_errors().
+  /// Adds a class. The definition must outlive the registry; its host slot is written. Declarations
+  /// are parsed later, when a member is asked for. A class of that name that is defined already is
+  /// replaced only in a new registry: a second definition is an error in declaration_errors().
   void register_class(REALclassDefinition& definition);
 
   /// Adds the members of `definition` to the class of its name.
@@ -53,11 +54,17 @@ class Registry {
   /// What was wrong with declarations parsed so far: class, text, and why.
   const std::vector<std::string>& declaration_errors() const;
 
+  /// Adds to declaration_errors(). `class_name` is empty for global functions.
+  void report_declaration(std::string_view class_name, std::string_view text,
+                          std::string_view error);
+
   /// Parses a type name ("integer", "QTTrackKRZ"); class names need not be defined yet.
   Type type_named(std::string_view name);
 
  private:
   struct State;
+  std::string definition_error(const REALclassDefinition& definition) const;
+  void forget_members();  // after lookups that a new definition changes
   std::unique_ptr<State> state_;
 };
 

@@ -1,0 +1,24 @@
+#include "library/library.h"
+
+#include "library/folder_item.h"
+#include "library/memory_block.h"
+#include "library/movie.h"
+#include "library/parts.h"
+
+namespace krz {
+
+void register_library(Registry& registry) {
+  register_exception_classes(registry);
+  register_memory_block(registry);
+  register_folder_item(registry);
+  register_movie(registry);
+  register_audio_layout(registry);
+  register_text_parts(registry);
+  register_text_search(registry);
+  register_text_convert(registry);
+  register_encodings(registry);
+  register_numbers(registry);
+  register_system(registry);
+}
+
+}  // namespace krz
