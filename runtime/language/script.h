@@ -20,8 +20,12 @@ struct KRZ_API Diagnostic {
   std::string message;
   std::string source_line;  // the line's text, for the caret
 
-  /// "file:line:column: error: message", the source line, and a caret under the column; ends with a new line.
+  /// "file:line:column: error: message", the source line, and a caret under the column; ends with a
+  /// new line.
   std::string text() const;
+
+  /// The source line and the caret alone, each with its new line.
+  std::string source_excerpt() const;
 };
 
 /// A checked and compiled script.
@@ -31,13 +35,18 @@ class KRZ_API Script {
   Script(const Script&) = delete;
   Script& operator=(const Script&) = delete;
 
-  /// Parses, checks and compiles. Null when anything is wrong; `diagnostics` then says what, in source order, at most twenty.
-  static std::unique_ptr<Script> compile(Runtime& runtime, std::string_view source, std::string file,
-                                         std::vector<Diagnostic>& diagnostics);
+  /// Parses, checks and compiles. Null when anything is wrong; `diagnostics` then says what, in
+  /// source order, at most twenty.
+  static std::unique_ptr<Script> compile(Runtime& runtime, std::string_view source,
+                                         std::string file, std::vector<Diagnostic>& diagnostics);
 
-  /// Runs the script. The result is its exit status: 0, what Quit was given, or 1 after an uncaught exception, which has then been
-  /// reported on standard error with its place.
+  /// Runs the script. The result is its exit status: 0, what Quit was given, or 1 after an uncaught
+  /// exception, which has then been reported on standard error with its place.
   int run();
+
+  /// Makes the script that runs now, or the next one that starts, stop at its next loop or call
+  /// with exit status 130. May be called from a signal handler.
+  static void interrupt();
 
  private:
   struct State;

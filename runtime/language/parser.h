@@ -1,0 +1,113 @@
+// Builds the syntax tree of a script. Goes on after mistakes, so that one look shows all of them.
+#pragma once
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "language/arena.h"
+#include "language/ast.h"
+#include "language/lexer.h"
+#include "language/names.h"
+
+namespace krz {
+
+class Parser {
+ public:
+  Parser(DiagnosticList& diagnostics, Arena& arena, NameTable& names);
+
+  ScriptTree parse();
+
+ private:
+  // parser.cpp: tokens and names.
+  void advance();
+  bool accept(TokenKind kind);
+  bool expect(TokenKind kind, std::string_view where);
+  void fail(const Token& token, std::string message);
+  void unexpected(std::string_view wanted);
+  std::string found() const;
+  void skip_line();
+  void end_statement();
+  std::string_view text_of(const Token& token) const;
+  NameId expect_name(std::string_view what);
+  TypeName parse_type_name();
+  bool at_line_end() const;
+
+  // parser_declarations.cpp
+  void parse_dim(Stmt**& tail);
+  void parse_const(Stmt**& tail);
+  void parse_routine(ScriptTree& tree, Routine**& tail);
+  RoutineParameter parse_parameter();
+  std::span<Expr*> parse_bounds(TypeName& type_name);
+
+  // parser_statements.cpp
+  Block parse_block();
+  void parse_statement(Stmt**& tail);
+  void parse_simple_statement(Stmt**& tail);
+  Stmt* parse_if(SourceOffset position);
+  IfStmt* parse_if_tail(SourceOffset opening);
+  Stmt* parse_single_line_if(IfStmt* statement);
+  Stmt* parse_select(SourceOffset position);
+  CaseItem parse_case_item();
+  Stmt* parse_try(SourceOffset position);
+  Stmt* parse_leave(SourceOffset position, StmtKind kind);
+  Stmt* parse_redim(SourceOffset position);
+  Stmt* parse_print(SourceOffset position);
+  bool at_block_end() const;
+  bool at_routine() const {
+    return token_.kind == TokenKind::kSub || token_.kind == TokenKind::kFunction;
+  }
+  void recover_from_missing_end();
+  void close(std::string_view opener, SourceOffset opening, TokenKind second);
+
+  // parser_loops.cpp
+  Stmt* parse_for(SourceOffset position);
+  Stmt* parse_for_each(SourceOffset position);
+  void close_for(SourceOffset opening, const Expr* target);
+  Expr* parse_loop_variable(TypeName& type_name);
+  Stmt* parse_while(SourceOffset position);
+  Stmt* parse_do(SourceOffset position);
+  bool parse_loop_condition(DoStmt* statement);
+
+  // parser_expressions.cpp
+  Expr* parse_expression(int lowest = 0);
+  Expr* parse_operand();
+  Expr* parse_prefix(Operator op, int level);
+  Expr* parse_postfix();
+  Expr* parse_primary();
+  Expr* parse_new();
+  Expr* parse_literal();
+  Expr* parse_integer(std::string_view digits, int base);
+  Expr* parse_string();
+  std::span<Expr*> parse_arguments_in_parens();
+  std::span<Expr*> parse_list(TokenKind terminator);
+  Expr* make_expr(ExprKind kind, SourceOffset position);
+  Expr* error_expr();
+  Expr* finish(Expr* expr, SourceOffset begin, size_t depth_below);
+
+  template <class T>
+  T* make_stmt(StmtKind kind, SourceOffset position) {
+    T* statement = arena_.make<T>();
+    statement->kind = kind;
+    statement->position = position;
+    return statement;
+  }
+  static void append(Stmt**& tail, Stmt* statement) {
+    *tail = statement;
+    tail = &statement->next;
+  }
+  std::span<Expr*> take_scratch(size_t first);
+
+  DiagnosticList& diagnostics_;
+  Arena& arena_;
+  NameTable& names_;
+  Lexer lexer_;
+  Token token_;
+  Token previous_;
+  std::vector<Expr*> scratch_;
+  int expression_depth_ = 0;
+  int block_depth_ = 0;
+  bool line_failed_ = false;  // something on this line was reported already
+};
+
+}  // namespace krz
