@@ -20,11 +20,15 @@ void write(const toolbox::BuiltMovie& movie, const std::filesystem::path& path) 
 toolbox::BuiltTrack long_track(uint32_t samples) {
   using toolbox::Rows;
   toolbox::BuiltTrack track = toolbox::video_track(1280, 720, samples, 25, 600);
-  track.durations = Rows::generated(samples, [](uint32_t i) { return Rows::Row{1, 24 + i % 3, 0}; });
-  track.display_offsets =
-      Rows::generated(samples, [](uint32_t i) { return Rows::Row{1, i % 3 * 25, 0}; });
-  track.sync_samples =
-      Rows::generated(samples / 12, [](uint32_t i) { return Rows::Row{i * 12 + 1, 0, 0}; });
+  track.durations = Rows::generated(samples, [](uint32_t i) {
+    return Rows::Row{1, 24 + i % 3, 0};
+  });
+  track.display_offsets = Rows::generated(samples, [](uint32_t i) {
+    return Rows::Row{1, i % 3 * 25, 0};
+  });
+  track.sync_samples = Rows::generated(samples / 12, [](uint32_t i) {
+    return Rows::Row{i * 12 + 1, 0, 0};
+  });
   track.sample_size = 0;
   track.size_of = [](uint32_t i) { return 900 + i % 200; };
   track.wide_chunk_offsets = true;

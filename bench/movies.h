@@ -1,4 +1,5 @@
-// The movies that the benchmarks look at: sample tables written directly, media data as a hole in the file.
+// The movies that the benchmarks look at: sample tables written directly, media data as a hole in
+// the file.
 #pragma once
 
 #include <filesystem>

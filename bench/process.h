@@ -1,4 +1,5 @@
-// Timing whole processes: wall time from before the start to after the end, and the kernel's account of peak memory.
+// Timing whole processes: wall time from before the start to after the end, and the kernel's
+// account of peak memory.
 #pragma once
 
 #include <string>
@@ -14,12 +15,13 @@ struct Command {
 struct Timing {
   double median_ms = 0;
   double least_ms = 0;
-  long peak_kib = 0;   // of the largest run
+  long peak_kib = 0;    // of the largest run
   int exit_status = 0;  // of the last run
 };
 
-/// Runs the commands in turn, A B C A B C …, `rounds` times after two rounds that do not count, so that a machine whose speed
-/// drifts treats all alike. Their output is thrown away. One Timing per command.
+/// Runs the commands in turn, A B C A B C …, `rounds` times after two rounds that do not count, so
+/// that a machine whose speed drifts treats all alike. Their output is thrown away. One Timing per
+/// command.
 std::vector<Timing> time_in_turn(const std::vector<Command>& commands, int rounds);
 
 }  // namespace bench

@@ -1,5 +1,5 @@
-// Starting and looking: krz info against a program that does nothing and against ffprobe, on small and on huge movies; and what one
-// call from a script into the module costs.
+// Starting and looking: krz info against a program that does nothing and against ffprobe, on small
+// and on huge movies; and what one call from a script into the module costs.
 #include <unistd.h>
 
 #include <cstdio>
@@ -23,8 +23,9 @@ struct Row {
 };
 
 void print_timing(const bench::Command& command, const bench::Timing& timing) {
-  std::printf("  %-44s %9.2f ms   least %9.2f ms   peak %7ld KiB   status %d\n", command.label.c_str(),
-              timing.median_ms, timing.least_ms, timing.peak_kib, timing.exit_status);
+  std::printf("  %-44s %9.2f ms   least %9.2f ms   peak %7ld KiB   status %d\n",
+              command.label.c_str(), timing.median_ms, timing.least_ms, timing.peak_kib,
+              timing.exit_status);
 }
 
 bench::Command krz_info(const std::string& krz, const fs::path& movie, const std::string& label) {
@@ -71,7 +72,8 @@ int main(int argc, char** argv) {
   const double ten_million = fast[2].median_ms;
   const double many_tracks = fast[3].median_ms;
   const Row rows[] = {
-      {"krz info / doing nothing", ten_seconds / do_nothing, "<= 2.5", ten_seconds <= 2.5 * do_nothing},
+      {"krz info / doing nothing", ten_seconds / do_nothing, "<= 2.5",
+       ten_seconds <= 2.5 * do_nothing},
       {"ffprobe / krz info, ten seconds", slow[0].median_ms / ten_seconds, ">= 20",
        slow[0].median_ms >= 20 * ten_seconds},
       {"ten million samples / ten seconds", ten_million / ten_seconds, "<= 1.5",
@@ -84,7 +86,8 @@ int main(int argc, char** argv) {
   };
   std::printf("%-40s %10s   %-8s\n", "ratio", "measured", "bound");
   for (const Row& row : rows) {
-    std::printf("%-40s %10.2f   %-8s %s\n", row.what, row.ratio, row.bound, row.kept ? "kept" : "MISSED");
+    std::printf("%-40s %10.2f   %-8s %s\n", row.what, row.ratio, row.bound,
+                row.kept ? "kept" : "MISSED");
   }
   for (const bench::Timing& timing : fast) {
     if (timing.exit_status != 0) return 1;

@@ -1,4 +1,5 @@
-// Sorting the words of a command line into arguments and options, with getopt_long over the command's own records.
+// Sorting the words of a command line into arguments and options, with getopt_long over the
+// command's own records.
 #include <getopt.h>
 
 #include <string>
@@ -85,7 +86,8 @@ bool parse_arguments(const Command& command, std::span<char*> words, Invocation&
       }
     }
   }
-  for (int i = optind; i < argc; ++i) invocation.arguments.emplace_back(argv[static_cast<size_t>(i)]);
+  for (int i = optind; i < argc; ++i)
+    invocation.arguments.emplace_back(argv[static_cast<size_t>(i)]);
   return right_number_of_arguments(command, invocation.arguments.size());
 }
 

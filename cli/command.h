@@ -12,9 +12,9 @@ namespace cli {
 /// Exit statuses, the same for every command.
 enum ExitStatus : int {
   kDone = 0,
-  kFailed = 1,          // the work failed, the file is unchanged
+  kFailed = 1,  // the work failed, the file is unchanged
   kWrongUsage = 2,
-  kUnreadableInput = 3, // the input cannot be read or is not supported
+  kUnreadableInput = 3,  // the input cannot be read or is not supported
 };
 
 /// An option of a command. `value_name` is null for a switch.
@@ -59,8 +59,8 @@ std::span<const Command> commands();
 /// The command of that name, null when there is none.
 const Command* find_command(std::string_view name);
 
-/// Sorts `argv` (the words behind the command's name) into arguments and options. False when something is wrong, which has then
-/// been reported on standard error.
+/// Sorts `argv` (the words behind the command's name) into arguments and options. False when
+/// something is wrong, which has then been reported on standard error.
 bool parse_arguments(const Command& command, std::span<char*> words, Invocation& invocation);
 
 /// Prints "krz: message" on standard error.

@@ -15,7 +15,8 @@ REALstring option_value(REALstring name) {
 }
 
 MethodEntry kSharedMethods[] = {
-    {reinterpret_cast<REALfunction>(has_option), nullptr, "Has(optionName as string) as boolean", 0},
+    {reinterpret_cast<REALfunction>(has_option), nullptr, "Has(optionName as string) as boolean",
+     0},
     {reinterpret_cast<REALfunction>(option_value), nullptr, "Value(optionName as string) as string",
      0},
 };

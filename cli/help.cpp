@@ -46,8 +46,8 @@ void print_help() {
 }
 
 void print_command_help(const Command& command) {
-  std::string text = std::string("krz ") + command.name + " " + command.synopsis + "\n\n" +
-                     command.summary + "\n";
+  std::string text =
+      std::string("krz ") + command.name + " " + command.synopsis + "\n\n" + command.summary + "\n";
   if (!command.options.empty()) text += "\nOptions:\n";
   for (const Option& option : command.options) {
     std::string line = "  ";

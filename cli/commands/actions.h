@@ -13,7 +13,8 @@ int run_script(const Invocation& invocation);
 int list_classes(const Invocation& invocation);
 int make_demonstration(const Invocation& invocation);
 
-/// Runs a program in the host language with the module loaded; `file` is what its diagnostics call it.
+/// Runs a program in the host language with the module loaded; `file` is what its diagnostics call
+/// it.
 int run_program(std::string_view program, std::string file, const Invocation& invocation,
                 std::vector<std::string> arguments);
 

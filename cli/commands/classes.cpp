@@ -1,8 +1,9 @@
 // krz classes: the classes that scripts can use, with their members exactly as they are declared.
+#include <strings.h>
+
 #include <cstdio>
 #include <nlohmann/json.hpp>
 #include <span>
-#include <strings.h>
 
 #include "commands/actions.h"
 #include "runtime.h"
@@ -31,7 +32,8 @@ void add_members(const REALclassDefinition& definition, Members& members) {
   for (const MethodEntry& entry : table(definition.methods, definition.method_count)) {
     members.methods.emplace_back(entry.declaration);
   }
-  for (const MethodEntry& entry : table(definition.shared_methods, definition.shared_method_count)) {
+  for (const MethodEntry& entry :
+       table(definition.shared_methods, definition.shared_method_count)) {
     members.shared_methods.emplace_back(entry.declaration);
   }
   for (const ConstantEntry& entry : table(definition.constants, definition.constant_count)) {
@@ -83,8 +85,7 @@ void print_class(const krz::ClassInfo& class_info) {
 void print_summary(const krz::ClassInfo& class_info) {
   const Members members = members_of(class_info);
   const std::string superclass = superclass_name(class_info);
-  const std::string title =
-      class_info.name() + (superclass.empty() ? "" : " (" + superclass + ")");
+  const std::string title = class_info.name() + (superclass.empty() ? "" : " (" + superclass + ")");
   std::printf("%-56s %3zu members\n", title.c_str(),
               members.properties.size() + members.methods.size() + members.shared_methods.size() +
                   members.constants.size());

@@ -20,9 +20,9 @@ Next
 
 If CommandLine.Has("json") Then
   If Args.Ubound > 0 Then
-    Print documents.ToString(2)
+    Print documents.ToString(True)
   ElseIf documents.Count = 1 Then
-    Print documents.Child(0).ToString(2)
+    Print documents.ChildAt(0).ToString(True)
   End If
 End If
 Quit(worst)

@@ -1,4 +1,5 @@
-// krz run, and every built-in command that is a script: one runtime, the module loaded, one program.
+// krz run, and every built-in command that is a script: one runtime, the module loaded, one
+// program.
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>

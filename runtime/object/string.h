@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "export.h"
+
 /// A host string. Its head is the record that modules of old hosts read directly, so text stands
 /// one byte into `storage`, which lies right behind the head, and four zero bytes end it.
 struct REALstringStruct : REALstringRecord {};
@@ -24,7 +26,7 @@ inline constexpr uint32_t kUtf32 = 0x0C000100;
 
 /// A new string with a copy of `bytes`, locked once for the caller. Null without memory; an empty
 /// text gives a string, not null.
-REALstring make_string(std::string_view bytes, uint32_t text_encoding = encoding::kUtf8);
+KRZ_API REALstring make_string(std::string_view bytes, uint32_t text_encoding = encoding::kUtf8);
 
 /// The bytes of a string; empty for null. Valid while the string lives.
 inline std::string_view string_bytes(REALstring string) {
@@ -35,7 +37,7 @@ inline std::string_view string_bytes(REALstring string) {
 inline void lock_string(REALstring string) {
   if (string) ++string->locks;
 }
-void free_string(REALstring string);
+KRZ_API void free_string(REALstring string);
 inline void unlock_string(REALstring string) {
   if (string && --string->locks == 0) free_string(string);
 }
