@@ -175,8 +175,46 @@ TEST_F(EntriesTest, ArrayElementsComeOutLocked) {
   unlock_object(array);
 }
 
-// Modules that are wrong in one way each, built while the tests are.
-class ModuleTest : public HostTest {};
+class ModuleTest : public HostTest {
+ protected:
+  static std::string small_module(int version) {
+    return KRZ_BINARY_DIR "/tests/small_module_" + std::to_string(version) + ".so";
+  }
+};
+
+TEST_F(ModuleTest, ALoadedModulesClassesWorkInOneRuntimeAfterAnother) {
+  for (const bool withheld : {false, true}) {
+    RuntimeOptions options;
+    if (withheld) options.withheld_entries = {"REALBuildString"};
+    start(std::move(options));
+    ASSERT_EQ(runtime_->load_module(small_module(9)), "");
+    const REALobject counter = create("testcounter");
+    ASSERT_NE(counter, nullptr);
+    const MethodInfo& add = *counter->class_info->find_methods("Add")[0];
+    EXPECT_EQ(add.signature.parameters[0].default_value.integer, 1);
+    const Slot five = integer_slot(5);
+    Slot total;
+    call_method(add, counter, &five, &total);
+    call_method(add, counter, &five, &total);
+    EXPECT_EQ(total.integer, 10);
+    call_method(*counter->class_info->find_methods("Text")[0], counter, nullptr, &total);
+    EXPECT_EQ(OwnedString(total.string).bytes(), withheld ? "" : "counting");
+    unlock_object(counter);
+  }
+}
+
+TEST_F(ModuleTest, AnotherInterfaceVersionIsRefused) {
+  const std::string error = runtime_->load_module(small_module(8));
+  EXPECT_TRUE(error.ends_with("\" speaks interface version 8, this runtime speaks 9")) << error;
+}
+
+TEST_F(ModuleTest, AModuleThatFindsNoServicesRegistersNothing) {
+  RuntimeOptions options;
+  options.withheld_entries = {"PluginRegisterClass"};
+  start(std::move(options));
+  EXPECT_EQ(runtime_->load_module(small_module(9)), "");
+  EXPECT_EQ(registry().find_class("TestCounter"), nullptr);
+}
 
 TEST_F(ModuleTest, WhatCannotBeLoadedIsExplained) {
   EXPECT_EQ(runtime_->load_module("/nowhere/x.so"),
