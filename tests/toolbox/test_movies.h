@@ -1,0 +1,23 @@
+// Small movies by name, for tests that need some movie rather than a particular one.
+#pragma once
+
+#include <string_view>
+
+#include "file/movie_builder.h"
+
+namespace toolbox {
+
+/// Descriptions to build as they are, or to change first:
+///   two-tracks   320x240 video and stereo sound, ten seconds each
+///   edited       one video track: half a second of nothing, then the media from its second second
+///   on chapters     video, and a disabled text track of three chapters that the video refers to
+///   timecode     video, and a drop-frame timecode track that starts at frame 107892
+///   tables       one video track with every kind of sample table
+///   empty        a movie without tracks
+/// An unknown name ends the test program.
+BuiltMovie test_movie(std::string_view name);
+
+/// All the names above.
+extern const char* const kTestMovies[6];
+
+}  // namespace toolbox
