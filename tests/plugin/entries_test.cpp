@@ -3,7 +3,11 @@
 
 #include <malloc.h>
 
+#include <new>
+
+#include "plugin/host/class_table.h"
 #include "plugin/host/encodings.h"
+#include "plugin/host/registration.h"
 #include "plugin/host/resolver.h"
 #include "plugin/plugin_test.h"
 
@@ -72,6 +76,27 @@ TEST_F(Entries, AnEntryIsLookedUpOnFirstUseAndKept) {
   EXPECT_EQ(entry(), 7);
   EXPECT_EQ(entry(), 7);
   EXPECT_EQ(fake_host::times_asked("REALenterMovies"), 2);
+}
+
+TEST_F(Entries, WhatTheHostAnsweredForMoviesIsKept) {
+  krz::REALenterMoviesResult = 0;
+  host().enter_movies_answer = -2;
+  host().in_runtime = false;
+  load();
+  EXPECT_EQ(krz::REALenterMoviesResult, 0);
+  host().in_runtime = true;
+  load();
+  EXPECT_EQ(krz::REALenterMoviesResult, -2);
+}
+
+int32_t out_of_memory(REALobject) { throw std::bad_alloc(); }
+void out_of_memory_quietly(REALobject, bool) { throw std::bad_alloc(); }
+bool opposite(REALobject, bool value) { return !value; }
+
+TEST_F(Entries, NoExceptionReachesTheHost) {
+  EXPECT_EQ(krz::Shield<&out_of_memory>::call(nullptr), 0);
+  krz::Shield<&out_of_memory_quietly>::call(nullptr, 1);
+  EXPECT_EQ(krz::Shield<&opposite>::call(nullptr, 0x80), 0) << "any byte but zero is true";
 }
 
 std::string text_of(const REALstringData& data) {

@@ -376,6 +376,9 @@ TEST_F(AudioLayouts, OfNegativeCountsAndNilElementsAreZeroed) {
   const REALobject layout =
       krz::NewQTAudioChannelLayoutKRZ(reinterpret_cast<AudioChannelLayout*>(bytes.data()));
   EXPECT_EQ(fake_host::live_objects(), 1);
+  AudioChannelLayout* none = krz::GetQTAudioChannelLayout(layout);
+  EXPECT_EQ(none->mNumberChannelDescriptions, 0u);
+  krz::FreeMemoryNow(none);
   data(layout).description_count = 2;
   AudioChannelLayout* back = krz::GetQTAudioChannelLayout(layout);
   EXPECT_EQ(back->mNumberChannelDescriptions, 2u);
