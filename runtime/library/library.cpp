@@ -19,6 +19,7 @@ void register_library(Registry& registry) {
   register_encodings(registry);
   register_numbers(registry);
   register_system(registry);
+  register_json(registry);
 }
 
 }  // namespace krz
