@@ -1,0 +1,49 @@
+// From source text to a program that runs.
+#include "language/script.h"
+
+#include "language/checker.h"
+#include "language/compiler.h"
+#include "language/machine.h"
+#include "language/parser.h"
+#include "runtime.h"
+
+namespace krz {
+
+struct Script::State {
+  State(Runtime& host, std::string_view text, std::string file)
+      : runtime(host), source(text, std::move(file)) {}
+
+  Runtime& runtime;
+  SourceText source;
+  Arena arena;  // holds texts of the program
+  Program program;
+};
+
+Script::Script(std::unique_ptr<State> state) : state_(std::move(state)) {}
+Script::~Script() = default;
+
+std::unique_ptr<Script> Script::compile(Runtime& runtime, std::string_view source, std::string file,
+                                        std::vector<Diagnostic>& diagnostics) {
+  const bool fits = source.size() <= kMaxSourceSize;
+  auto state =
+      std::make_unique<State>(runtime, fits ? source : std::string_view(), std::move(file));
+  DiagnosticList list(state->source);
+  if (!fits) {
+    list.add(0, "this script is larger than 16 MiB");
+  } else {
+    NameTable names;
+    Parser parser(list, state->arena, names);
+    ScriptTree tree = parser.parse();
+    if (list.empty()) Checker(runtime.registry(), list, state->arena, names).check(tree);
+    if (list.empty()) Compiler(state->program, list, names).compile(tree);
+  }
+  diagnostics = list.take();
+  if (!diagnostics.empty()) return nullptr;
+  return std::unique_ptr<Script>(new Script(std::move(state)));
+}
+
+int Script::run() { return Machine(state_->runtime, state_->program, state_->source).run(); }
+
+void Script::interrupt() { Machine::interrupt(); }
+
+}  // namespace krz
