@@ -7,7 +7,7 @@
 #include "command.h"
 #include "commands/actions.h"
 #include "help.h"
-#include "suggest.h"
+#include "language/names.h"
 
 namespace cli {
 
@@ -22,8 +22,10 @@ namespace {
 
 int unknown_command(std::string_view word) {
   std::string message = std::string(word) + " is not a command";
-  if (const Command* nearest = nearest_command(word)) {
-    message += std::string("; did you mean `krz ") + nearest->name + "`?";
+  std::vector<std::string_view> names;
+  for (const Command& command : commands()) names.emplace_back(command.name);
+  if (const std::string_view nearest = krz::nearest_name(word, names); !nearest.empty()) {
+    message += "; did you mean `krz " + std::string(nearest) + "`?";
   } else {
     message += "; `krz --help` lists the commands";
   }

@@ -57,8 +57,10 @@ std::string superclass_name(const krz::ClassInfo& class_info) {
 nlohmann::ordered_json as_json(const krz::ClassInfo& class_info) {
   const Members members = members_of(class_info);
   const std::string superclass = superclass_name(class_info);
+  const auto inherited =
+      superclass.empty() ? nlohmann::ordered_json() : nlohmann::ordered_json(superclass);
   return {{"name", class_info.name()},
-          {"superclass", superclass.empty() ? nlohmann::ordered_json() : superclass},
+          {"superclass", inherited},
           {"properties", members.properties},
           {"methods", members.methods},
           {"sharedMethods", members.shared_methods},

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "export.h"
+
 namespace krz {
 
 using NameId = uint32_t;
@@ -52,7 +54,7 @@ class NameTable {
 };
 
 /// Of `candidates`, the one closest to a mistyped `name`; empty when none is close.
-std::string_view nearest_name(std::string_view name,
-                              const std::vector<std::string_view>& candidates);
+KRZ_API std::string_view nearest_name(std::string_view name,
+                                      const std::vector<std::string_view>& candidates);
 
 }  // namespace krz
