@@ -109,9 +109,9 @@ End Function
 Function MomentText(seconds As Integer) As String
   Dim total As Int64 = seconds
   If total < 0 Then total = total + 4294967296
-  Dim dayTime As Integer = total Mod 86400
+  Dim dayTime As Integer = Integer(total Mod 86400)
   ' Days since 1 March of the year 0; a year that begins in March ends in its leap day.
-  Dim day As Integer = total \ 86400 + 695361
+  Dim day As Integer = Integer(total \ 86400) + 695361
   Dim era As Integer = day \ 146097
   Dim dayOfEra As Integer = day - era * 146097
   Dim yearOfEra As Integer = (dayOfEra - dayOfEra \ 1460 + dayOfEra \ 36524 - dayOfEra \ 146096) \ 365
@@ -181,11 +181,12 @@ Function PadRight(text As String, width As Integer) As String
   Return text
 End Function
 
-' Seconds as "1:02:03.4", or "2:03.45" below an hour.
+' Seconds as "1:02:03.40", or "2:03.45" below an hour.
 Function Clock(seconds As Double) As String
-  Dim hundredths As Int64 = Round(seconds * 100)
-  Dim text As String = Digits((hundredths \ 100) Mod 60, 2) + "." + Digits(hundredths Mod 100, 2)
-  Dim minutes As Int64 = hundredths \ 6000
+  Dim hundredths As Int64 = Int64(Round(seconds * 100))
+  Dim minutes As Integer = Integer(hundredths \ 6000)
+  Dim rest As Integer = Integer(hundredths Mod 6000)
+  Dim text As String = Digits(rest \ 100, 2) + "." + Digits(rest Mod 100, 2)
   If minutes < 60 Then Return Str(minutes) + ":" + text
   Return Str(minutes \ 60) + ":" + Digits(minutes Mod 60, 2) + ":" + text
 End Function

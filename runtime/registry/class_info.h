@@ -70,7 +70,7 @@ class KRZ_API ClassInfo {
     return superclass_;
   }  // null for a class right below "Object"
   const REALclassDefinition* definition() const { return definition_; }
-  std::span<REALclassDefinition* const> extensions() const { return extensions_; }
+  const std::vector<REALclassDefinition*>& extensions() const { return extensions_; }
   int32_t data_offset() const { return data_offset_; }  // of this class's own data in an instance
   int32_t instance_size() const { return instance_size_; }  // bytes of a whole instance
   bool is_a(
