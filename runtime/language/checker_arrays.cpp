@@ -18,11 +18,11 @@ constexpr NamedBuiltin kFunctions[] = {
 };
 
 constexpr NamedBuiltin kArrayMembers[] = {
-    {"Count", Builtin::kCount},       {"LastIndex", Builtin::kLastIndex},
-    {"Append", Builtin::kAppend},     {"Add", Builtin::kAppend},
-    {"Insert", Builtin::kInsert},     {"Remove", Builtin::kRemoveAt},
-    {"RemoveAt", Builtin::kRemoveAt}, {"Pop", Builtin::kPop},
-    {"IndexOf", Builtin::kIndexOf},
+    {"Count", Builtin::kCount},      {"LastIndex", Builtin::kLastIndex},
+    {"Ubound", Builtin::kLastIndex}, {"Append", Builtin::kAppend},
+    {"Add", Builtin::kAppend},       {"Insert", Builtin::kInsert},
+    {"Remove", Builtin::kRemoveAt},  {"RemoveAt", Builtin::kRemoveAt},
+    {"Pop", Builtin::kPop},          {"IndexOf", Builtin::kIndexOf},
 };
 
 }  // namespace
