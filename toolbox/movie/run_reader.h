@@ -45,6 +45,7 @@ class RunReader {
   /// Where a reader has to start to go on from here.
   const RunPlace& place() const { return place_; }
 
+  bool failed() const { return failed_; }
   Status take_status() { return std::move(status_); }
 
  private:
@@ -64,6 +65,7 @@ class RunReader {
   }
 
   bool fail(Status status) {
+    failed_ = true;
     status_ = std::move(status);
     place_.row = static_cast<uint32_t>(view_->row_count());
     return false;
@@ -76,6 +78,7 @@ class RunReader {
   bool loaded_ = false;
   const uint8_t* next_ = nullptr;
   uint64_t rows_ahead_ = 0;
+  bool failed_ = false;
   Status status_;
 };
 

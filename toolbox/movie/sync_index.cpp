@@ -5,8 +5,8 @@
 namespace toolbox {
 
 namespace {
-constexpr uint32_t kSyncRowsInBlock = 1024;
-constexpr uint64_t kTimeRowsInBlock = 4096;
+constexpr uint32_t kSyncRowsInBlock = 512;
+constexpr uint64_t kTimeRowsInBlock = 1024;
 }  // namespace
 
 Result<SyncIndex> SyncIndex::make(const TimeTables& times, const TableView& sync) {

@@ -32,7 +32,7 @@ struct Stretch {
 
  private:
   int64_t at(int64_t first, uint32_t steps) const {
-    return clamped_time(Int128{first} + Int128{steps} * delta);
+    return advanced(first, uint64_t{steps} * delta);
   }
 };
 
@@ -67,7 +67,7 @@ class TimeCursor {
     uint32_t count = sample_count_ - sample_;
     const uint32_t of_delta = deltas_.available();
     const uint32_t of_offset = offsets_.available();
-    if (check()) return false;
+    if (deltas_.failed() || offsets_.failed()) return fail();
     if (of_delta != 0) count = std::min(count, of_delta);
     if (of_offset != 0) count = std::min(count, of_offset);
     const auto offset = of_offset == 0 ? 0 : static_cast<int32_t>(offsets_.value());
@@ -75,19 +75,24 @@ class TimeCursor {
     if (of_delta != 0) deltas_.use(count);
     if (of_offset != 0) offsets_.use(count);
     sample_ += count;
-    decode_ = clamped_time(Int128{decode_} + Int128{count} * stretch.delta);
+    decode_ = advanced(decode_, uint64_t{count} * stretch.delta);
     return true;
   }
+
+  uint32_t sample() const { return sample_; }
+  int64_t decode() const { return decode_; }
+
+  /// As Place::rows().
+  uint64_t rows() const { return uint64_t{deltas_.place().row} + offsets_.place().row; }
 
   Place place() const { return {sample_, decode_, deltas_.place(), offsets_.place()}; }
   Status take_status() { return std::move(status_); }
 
  private:
-  bool check() {
-    status_ = deltas_.take_status();
-    if (status_.ok()) status_ = offsets_.take_status();
-    failed_ = !status_.ok();
-    return failed_;
+  bool fail() {
+    failed_ = true;
+    status_ = deltas_.failed() ? deltas_.take_status() : offsets_.take_status();
+    return false;
   }
 
   uint32_t sample_count_;

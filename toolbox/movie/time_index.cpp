@@ -7,7 +7,7 @@ namespace toolbox {
 
 namespace {
 
-constexpr uint64_t kRowsInBlock = 1024;
+constexpr uint64_t kRowsInBlock = 512;
 
 // The points of a stretch that a search can want.
 void offer(const Stretch& stretch, int64_t after, NextPoint& next) {
@@ -53,16 +53,15 @@ Result<TimeIndex> TimeIndex::make(const TimeTables& tables) {
     largest = block_is_open ? std::max(largest, stretch.last_display()) : stretch.last_display();
     block_is_open = true;
     latest.offer({stretch.last_display(), stretch.last_sample(), stretch.delta});
-    const TimeCursor::Place here = cursor.place();
-    if (here.rows() - start.rows() >= kRowsInBlock) {
+    if (cursor.rows() - start.rows() >= kRowsInBlock) {
       close_block();
-      start = here;
+      start = cursor.place();
     }
   }
   TRY(cursor.take_status());
   if (block_is_open) close_block();
   index.blocks_.finish();
-  index.duration_ = cursor.place().decode;
+  index.duration_ = cursor.decode();
   index.last_displayed_ = latest.best;
   return index;
 }
@@ -103,7 +102,7 @@ Result<std::optional<DisplayPoint>> TimeIndex::next_displayed(int64_t after) con
   return blocks_.next(after, [&](size_t block, NextPoint& next) {
     TimeCursor cursor(*tables_, starts_[block]);
     const uint32_t end = end_sample(block);
-    for (Stretch stretch; cursor.place().sample < end && cursor.next(stretch);)
+    for (Stretch stretch; cursor.sample() < end && cursor.next(stretch);)
       offer(stretch, after, next);
     return cursor.take_status();
   });
@@ -113,7 +112,7 @@ Result<std::optional<DisplayPoint>> TimeIndex::previous_displayed(int64_t last) 
   return blocks_.previous(last, [&](size_t block, PreviousPoint& previous) {
     TimeCursor cursor(*tables_, starts_[block]);
     const uint32_t end = end_sample(block);
-    for (Stretch stretch; cursor.place().sample < end && cursor.next(stretch);)
+    for (Stretch stretch; cursor.sample() < end && cursor.next(stretch);)
       offer(stretch, last, previous);
     return cursor.take_status();
   });

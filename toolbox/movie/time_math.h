@@ -1,6 +1,7 @@
 // Exact arithmetic for times in different scales: 128 bits in between, and each rounding by name.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 
@@ -21,6 +22,12 @@ inline int64_t clamped_time(Int128 time) {
 
 inline int64_t clamped_unsigned_time(uint64_t time) {
   return time > static_cast<uint64_t>(kTimeLimit) ? kTimeLimit : static_cast<int64_t>(time);
+}
+
+/// `time` and `ticks` later, not above kTimeLimit.
+inline int64_t advanced(int64_t time, uint64_t ticks) {
+  if (ticks > static_cast<uint64_t>(kTimeLimit)) return kTimeLimit;
+  return std::min(time + static_cast<int64_t>(ticks), kTimeLimit);
 }
 
 /// REQUIRES for all three: denominator > 0.

@@ -1,0 +1,93 @@
+// Any bytes as a movie: loads the model and asks it everything, a bounded number of times.
+#include <cstdlib>
+
+#include "file/memory_source.h"
+#include "movie/interesting_times.h"
+#include "movie/movie.h"
+
+namespace toolbox {
+namespace {
+
+constexpr int kMostSteps = 8;
+constexpr size_t kMostTracks = 16;
+
+void require(bool condition) {
+  if (!condition) std::abort();
+}
+
+// Steps through the track in both directions; each step must get somewhere.
+void step_through(const Track& track, const SampleTable& samples) {
+  const InterestingTimes times(track.timeline(), samples);
+  for (const Interest interest :
+       {Interest::kSample, Interest::kSyncSample, Interest::kMediaEdit, Interest::kTrackEdit}) {
+    int64_t time = -2;
+    for (int step = 0; step < kMostSteps; ++step) {
+      const auto found = times.next(interest, time + 1);
+      if (!found.ok() || !found.value()) break;
+      require(found.value()->time > time);
+      require(found.value()->duration > 0 || interest == Interest::kTrackEdit);
+      time = found.value()->time;
+    }
+    time = track.duration() + 2;
+    for (int step = 0; step < kMostSteps; ++step) {
+      const auto found = times.previous(interest, time - 1);
+      if (!found.ok() || !found.value()) break;
+      require(found.value()->time < time && found.value()->time >= 0);
+      time = found.value()->time;
+    }
+  }
+}
+
+void look_up_samples(const SampleTable& samples) {
+  const uint32_t count = samples.sample_count();
+  for (const uint32_t sample : {0u, 1u, 17u, count / 2, count - 1, count}) {
+    const auto times = samples.times(sample);
+    require(sample < count || !times.ok());
+    if (!times.ok()) continue;
+    require(times.value().decode >= 0 && times.value().decode <= kTimeLimit);
+    static_cast<void>(samples.is_sync(sample));
+    static_cast<void>(samples.location(sample));
+    const auto shown = samples.previous_displayed(SampleTable::Set::kAll, times.value().display);
+    require(!shown.ok() || (shown.value() && shown.value()->time == times.value().display));
+    const auto decoded = samples.sample_at_decode_time(times.value().decode);
+    require(!decoded.ok() || !decoded.value() || *decoded.value() >= sample);
+  }
+}
+
+void open_and_ask(ByteView bytes) {
+  auto source = std::make_unique<MemorySource>(Bytes(bytes.begin(), bytes.end()), "fuzz.mov");
+  Result<OpenedMovie> opened = open_movie_source(std::move(source));
+  if (!opened.ok()) return;
+  const Result<std::unique_ptr<Movie>> loaded = Movie::load(opened.take());
+  if (!loaded.ok()) {
+    require(!loaded.status().message().empty());
+    return;
+  }
+  const Movie& movie = *loaded.value();
+  require(movie.duration() >= 0);
+  size_t asked = 0;
+  for (const auto& track : movie.tracks()) {
+    if (++asked > kMostTracks) break;
+    track->check_invariants();
+    for (const int64_t tick : {int64_t{-1}, int64_t{0}, track->duration() / 2, track->duration()}) {
+      static_cast<void>(track->timeline().media_time(tick));
+    }
+    require(track->timeline().media_time(track->duration()) == -1);
+    if (track->media() == nullptr) continue;
+    static_cast<void>(track->media()->descriptions());
+    static_cast<void>(track->media()->data_references());
+    static_cast<void>(track->media()->duration());
+    const Result<const SampleTable*> samples = track->media()->samples();
+    if (!samples.ok()) continue;
+    look_up_samples(*samples.value());
+    step_through(*track, *samples.value());
+  }
+}
+
+}  // namespace
+}  // namespace toolbox
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t size) {
+  toolbox::open_and_ask({bytes, size});
+  return 0;
+}
