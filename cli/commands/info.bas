@@ -54,7 +54,7 @@ Function TrackDocument(t As QTTrackKRZ, index As Integer) As JSONItem
   Dim document As New JSONItem
   document.Value("index") = index
   document.Value("id") = t.TrackID
-  document.Value("mediaType") = t.MediaType
+  document.Value("mediaType") = CodeDocument(t.MediaType)
   document.Value("enabled") = t.TrackEnabled
   document.Value("duration") = t.Duration
   document.Value("offset") = t.TimeOffset
@@ -79,6 +79,12 @@ Function TrackDocument(t As QTTrackKRZ, index As Integer) As JSONItem
   document.Value("metaData") = New JSONItem("[]")
   document.Value("userData") = New JSONItem("[]")
   Return document
+End Function
+
+' A four-character code, Nil when the file does not say: the code is then four zero bytes.
+Function CodeDocument(code As String) As Variant
+  If code = "" Or Asc(code) = 0 Then Return Nil
+  Return code
 End Function
 
 ' A moment of the file as text, Nil when the file does not say.
@@ -155,7 +161,7 @@ Sub ShowTrack(t As QTTrackKRZ, index As Integer, timeScale As Integer)
   Dim size As String = "-"
   If t.Width <> 0 Or t.Height <> 0 Then size = Str(t.Width) + "x" + Str(t.Height)
   Dim kind As String = t.MediaType
-  If kind = "" Then kind = "-"
+  If kind = "" Or Asc(kind) = 0 Then kind = "-"
   Dim format As String = "-"
   Dim formats As Integer = t.MediaSampleDescriptionCount
   If formats > 0 Then format = FormatOf(t, 1)
