@@ -71,30 +71,31 @@ def judge_exiftool(path):
     if not answer.stdout:
         return None
     fields = json.loads(answer.stdout)[0]
-    tracks = []
-    while any(key.startswith(f"Track{len(tracks) + 1}:") for key in fields):
-        prefix = f"Track{len(tracks) + 1}:"
-        tracks.append({key[len(prefix):]: value for key, value in fields.items() if key.startswith(prefix)})
+    # Keys are "Track1:TrackID" or, where the same tag came before, "Track2:Copy1:TrackID".
+    tracks = {}
+    for key, value in fields.items():
+        group, tag = key.split(":")[0], key.split(":")[-1]
+        if group.startswith("Track") and group[5:].isdigit():
+            tracks.setdefault(int(group[5:]), {}).setdefault(tag, []).append(value)
     found = []
-    for track in tracks:
-        one = {"id": track.get("TrackID", 0)}
-        # A track's data handler is a HandlerType too; the copies of a tag carry a number.
-        handlers = [str(value) for key, value in track.items() if key.split(":")[-1] == "HandlerType"]
-        media_handlers = [handler for handler in handlers if handler not in DATA_HANDLERS]
+    for _, track in sorted(tracks.items()):
+        one = {"id": track.get("TrackID", [0])[0]}
+        # The data handler of a media is a HandlerType too.
+        handlers = [str(handler) for handler in track.get("HandlerType", [])]
         if handlers:
-            one["mediaType"] = (media_handlers or handlers)[0]
+            one["mediaType"] = ([h for h in handlers if h not in DATA_HANDLERS] or handlers)[0]
         if "TrackDuration" in track:
-            one["seconds"] = float(track["TrackDuration"])
+            one["seconds"] = float(track["TrackDuration"][0])
         for name, field in (("ImageWidth", "width"), ("ImageHeight", "height")):
             if name in track:
-                one[field] = int(track[name])
+                one[field] = int(track[name][0])
         for name in ("CompressorID", "AudioFormat", "OtherFormat", "MetaFormat", "TextFormat"):
             if name in track:
-                one["format"] = str(track[name])
+                one["format"] = str(track[name][0])
                 break
         if "TrackLayer" in track:
             # exiftool reads the layer without its sign.
-            layer = int(track["TrackLayer"])
+            layer = int(track["TrackLayer"][0])
             one["layer"] = layer - 65536 if layer > 32767 else layer
         found.append(one)
     return {"trackCount": len(found), "tracks": found}
