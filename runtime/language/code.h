@@ -196,10 +196,10 @@ struct Instruction {
     c = static_cast<uint16_t>(static_cast<uint32_t>(value) >> 16);
   }
   /// The n-th register of an argument word, which has no operation.
-  uint16_t& register_at(size_t n) {
+  uint16_t register_at(size_t n) const {
     switch (n) {
       case 0:
-        return reinterpret_cast<uint16_t&>(op);
+        return static_cast<uint16_t>(op);
       case 1:
         return a;
       case 2:
@@ -207,6 +207,12 @@ struct Instruction {
       default:
         return c;
     }
+  }
+  void set_register_at(size_t n, uint16_t reg) {
+    if (n == 0) op = static_cast<Op>(reg);
+    if (n == 1) a = reg;
+    if (n == 2) b = reg;
+    if (n == 3) c = reg;
   }
 };
 static_assert(sizeof(Instruction) == 8);

@@ -181,7 +181,7 @@ void Compiler::emit_registers(const std::vector<uint16_t>& registers) {
   for (size_t i = 0; i < registers.size(); i += 4) {
     Instruction word;
     for (size_t k = 0; k < 4 && i + k < registers.size(); ++k)
-      word.register_at(k) = registers[i + k];
+      word.set_register_at(k, registers[i + k]);
     code_->code.push_back(word);
   }
 }

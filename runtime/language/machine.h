@@ -95,7 +95,7 @@ class Machine {
 };
 
 inline uint16_t word_register(const Instruction* words, size_t n) {
-  return const_cast<Instruction&>(words[n / 4]).register_at(n % 4);
+  return words[n / 4].register_at(n % 4);
 }
 
 inline void set_string(Slot& slot, REALstring string) {

@@ -1,0 +1,30 @@
+// Each script below tests/scripts/language is a test of its own.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "scripts/script_runner.h"
+
+namespace krz::test {
+namespace {
+
+class LanguageScript : public testing::TestWithParam<std::string> {};
+
+TEST_P(LanguageScript, DoesWhatItsCommentsSay) {
+  EXPECT_EQ(check_script(GetParam(), {}, [](Runtime&) {}), "");
+}
+
+std::string test_name(const testing::TestParamInfo<std::string>& info) {
+  std::string name = std::filesystem::path(info.param).stem().string();
+  std::replace_if(
+      name.begin(), name.end(),
+      [](char c) { return std::isalnum(static_cast<unsigned char>(c)) == 0; }, '_');
+  return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Scripts, LanguageScript,
+                         testing::ValuesIn(scripts_below(KRZ_SOURCE_DIR "/tests/scripts/language")),
+                         test_name);
+
+}  // namespace
+}  // namespace krz::test
