@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "export.h"
 #include "object/type.h"
 
 namespace krz {
@@ -61,7 +62,7 @@ struct ConstantInfo {
 
 /// A class of the language. One object per name for the life of the registry: a name may be
 /// mentioned in a declaration before its class is registered, and `is_defined` turns true then.
-class ClassInfo {
+class KRZ_API ClassInfo {
  public:
   const std::string& name() const { return name_; }
   bool is_defined() const { return definition_ != nullptr; }
@@ -69,6 +70,7 @@ class ClassInfo {
     return superclass_;
   }  // null for a class right below "Object"
   const REALclassDefinition* definition() const { return definition_; }
+  const std::vector<REALclassDefinition*>& extensions() const { return extensions_; }
   int32_t data_offset() const { return data_offset_; }  // of this class's own data in an instance
   int32_t instance_size() const { return instance_size_; }  // bytes of a whole instance
   bool is_a(

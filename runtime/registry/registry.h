@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "export.h"
 #include "registry/class_info.h"
 
 namespace krz {
@@ -18,7 +19,7 @@ struct FunctionEntry {
   const char* declaration;  // "Left(text as string, count as integer) as string"
 };
 
-class Registry {
+class KRZ_API Registry {
  public:
   Registry();
   ~Registry();
