@@ -157,7 +157,8 @@ Expr* Checker::check_object_member(Expr* expr, std::span<Expr*> arguments, bool 
   if (expr->left->is(ExprKind::kError)) return make_error(expr);
   if (owner.kind == Kind::kArray) return check_array_member(expr, arguments);
   if (owner.kind == Kind::kVariant) {
-    report(expr, "convert the Variant first, by its class: QTTrackKRZ(value)." + text(expr->name));
+    report(expr, "a Variant has no members; convert it to its class first: ClassName(value)." +
+                     text(expr->name));
     return make_error(expr);
   }
   if (owner.kind != Kind::kObject || owner.class_info == nullptr)

@@ -64,8 +64,8 @@ void NameTable::grow() {
 
 std::string_view nearest_name(std::string_view name,
                               const std::vector<std::string_view>& candidates) {
-  // A third of the letters may be wrong, at most three.
-  size_t best_distance = std::min<size_t>(3, name.size() / 3 + (name.size() > 1 ? 1 : 0)) + 1;
+  // A third of the letters may be wrong, at most three; one in a short name.
+  size_t best_distance = std::clamp<size_t>(name.size() / 3, 1, 3) + 1;
   std::string_view best;
   for (const std::string_view candidate : candidates) {
     if (candidate.size() < 2 || best_distance == 0) continue;

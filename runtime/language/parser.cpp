@@ -24,7 +24,8 @@ std::string_view Parser::text_of(const Token& token) const {
 }
 
 void Parser::fail(const Token& token, std::string message) {
-  if (!line_failed_) diagnostics_.add(token.offset, std::move(message));
+  if (!line_failed_ && diagnostics_.size() == found_before_line_)
+    diagnostics_.add(token.offset, std::move(message));
   line_failed_ = true;
 }
 
@@ -53,6 +54,7 @@ bool Parser::at_line_end() const {
 
 void Parser::skip_line() {
   while (!at_line_end()) advance();
+  found_before_line_ = diagnostics_.size();
   accept(TokenKind::kNewLine);
   line_failed_ = false;
 }

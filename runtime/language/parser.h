@@ -107,7 +107,8 @@ class Parser {
   std::vector<Expr*> scratch_;
   int expression_depth_ = 0;
   int block_depth_ = 0;
-  bool line_failed_ = false;  // something on this line was reported already
+  size_t found_before_line_ = 0;  // diagnostics; what the lexer says of a line is enough for it
+  bool line_failed_ = false;      // something on this line was reported already
 };
 
 }  // namespace krz

@@ -67,6 +67,7 @@ void Parser::close(std::string_view opener, SourceOffset opening, TokenKind seco
 /// A word that ends something else is left for what it ends; anything else is stepped over.
 void Parser::recover_from_missing_end() {
   if (!at_block_end() && !at_routine()) skip_line();
+  found_before_line_ = diagnostics_.size();
   line_failed_ = false;
 }
 

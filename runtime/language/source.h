@@ -50,6 +50,7 @@ class DiagnosticList {
   void add(SourceOffset offset, std::string message);
 
   bool empty() const { return entries_.empty(); }
+  size_t size() const { return entries_.size(); }
   bool full() const { return entries_.size() >= kLimit; }
   const SourceText& source() const { return source_; }
 

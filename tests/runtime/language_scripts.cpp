@@ -26,5 +26,21 @@ INSTANTIATE_TEST_SUITE_P(Scripts, LanguageScript,
                          testing::ValuesIn(scripts_below(KRZ_SOURCE_DIR "/tests/scripts/language")),
                          test_name);
 
+// The manual's examples say what they print in the same comments.
+TEST(LanguageManual, ItsExamplesDoWhatTheySay) {
+  const std::string manual = read_file(KRZ_SOURCE_DIR "/docs/language.md");
+  const std::string opening = "```basic\n";
+  int examples = 0;
+  for (size_t begin = manual.find(opening); begin != std::string::npos;
+       begin = manual.find(opening, begin)) {
+    begin += opening.size();
+    const std::string example = manual.substr(begin, manual.find("```", begin) - begin);
+    SCOPED_TRACE(example);
+    EXPECT_EQ(check_source(example, "manual.bas", {}, [](Runtime&) {}), "");
+    ++examples;
+  }
+  EXPECT_GT(examples, 5);
+}
+
 }  // namespace
 }  // namespace krz::test

@@ -115,16 +115,12 @@ inline std::vector<std::string> scripts_below(const std::filesystem::path& folde
 
 /// What is wrong with the script's behaviour; empty when nothing is.
 template <class Prepare>
-std::string check_script(const std::string& path, RuntimeOptions options, Prepare prepare) {
-  std::ifstream stream(path, std::ios::binary);
-  std::ostringstream content;
-  content << stream.rdbuf();
-  if (!stream) return "cannot read " + path;
-  const ScriptExpectations expected = expectations_of(content.str());
+std::string check_source(const std::string& source, const std::string& file, RuntimeOptions options,
+                         Prepare prepare) {
+  const ScriptExpectations expected = expectations_of(source);
   options.arguments.insert(options.arguments.end(), expected.arguments.begin(),
                            expected.arguments.end());
-  const std::string file = std::filesystem::path(path).filename().string();
-  const ScriptOutcome outcome = run_source(content.str(), file, std::move(options), prepare);
+  const ScriptOutcome outcome = run_source(source, file, std::move(options), prepare);
 
   std::string wrong;
   const std::vector<std::string> printed = split_lines(outcome.output);
@@ -148,6 +144,21 @@ std::string check_script(const std::string& path, RuntimeOptions options, Prepar
   if (outcome.leaked_objects != 0)
     wrong += std::to_string(outcome.leaked_objects) + " objects stay alive\n";
   return wrong;
+}
+
+inline std::string read_file(const std::string& path) {
+  std::ifstream stream(path, std::ios::binary);
+  std::ostringstream content;
+  content << stream.rdbuf();
+  return content.str();
+}
+
+template <class Prepare>
+std::string check_script(const std::string& path, RuntimeOptions options, Prepare prepare) {
+  const std::string source = read_file(path);
+  if (source.empty()) return "cannot read " + path;
+  return check_source(source, std::filesystem::path(path).filename().string(), std::move(options),
+                      prepare);
 }
 
 }  // namespace krz::test
