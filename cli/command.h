@@ -38,6 +38,7 @@ struct Command {
   int most_arguments;      // -1 for any number
   bool stops_at_argument;  // options behind the first argument belong to the argument (krz run)
   const char* script;
+  const char* json_script;  // what runs in its place for --json, so that neither compiles the other
   int (*run)(const Invocation& invocation);
 };
 

@@ -70,8 +70,9 @@ int dispatch(std::span<char*> words) {
   Invocation invocation;
   if (!parse_arguments(*command, rest, invocation)) return kWrongUsage;
   if (command->run) return command->run(invocation);
-  return run_program(command->script, std::string("krz ") + command->name, invocation,
-                     invocation.arguments);
+  const bool as_json = command->json_script && invocation.has("json");
+  return run_program(as_json ? command->json_script : command->script,
+                     std::string("krz ") + command->name, invocation, invocation.arguments);
 }
 
 }  // namespace

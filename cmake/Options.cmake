@@ -4,7 +4,7 @@ target_compile_options(krz_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion -Wnon-virtual-dtor -Woverloaded-virtual
   -Werror=return-type -Werror=switch)
 target_compile_options(krz_options INTERFACE -ffunction-sections -fdata-sections)
-target_link_options(krz_options INTERFACE -Wl,--as-needed -Wl,--gc-sections -Wl,-O1)
+target_link_options(krz_options INTERFACE -Wl,--as-needed -Wl,--gc-sections -Wl,-O1 -Wl,-z,noseparate-code)
 
 if(KRZ_SANITIZE)
   target_compile_options(krz_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=undefined

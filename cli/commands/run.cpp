@@ -53,7 +53,9 @@ int run_program(std::string_view program, std::string file, const Invocation& in
                 std::vector<std::string> arguments) {
   krz::RuntimeOptions options;
   options.arguments = std::move(arguments);
-  krz::Runtime runtime(std::move(options));
+  // The process ends with this program, and takes the runtime with it faster than it could be
+  // taken apart. Scripts do not notice: their objects die with the script.
+  static krz::Runtime& runtime = *new krz::Runtime(std::move(options));
   if (const std::string failure = runtime.load_module(krz::Runtime::default_module_path());
       !failure.empty()) {
     report(failure);

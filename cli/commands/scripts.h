@@ -4,5 +4,6 @@
 namespace cli {
 
 extern const char kInfoScript[];
+extern const char kInfoJSONScript[];
 
 }  // namespace cli
