@@ -1,5 +1,7 @@
 ' krz info: what is in a movie, for people.
 
+Const kBlanks = "            "
+
 Dim worst As Integer = 0
 For i As Integer = 0 To Args.Ubound
   Try
@@ -37,7 +39,7 @@ Sub ShowTrack(t As QTTrackKRZ, index As Integer, timeScale As Integer)
   Dim formats As Integer = t.MediaSampleDescriptionCount
   If formats > 0 Then format = FormatOf(t, 1)
   If formats > 1 Then format = format + " +" + Str(formats - 1)
-  Dim line As String = Right("    " + Str(index), 4) + PadLeft(Str(t.TrackID), 6) + "  " + PadRight(kind, 6) + PadRight(format, 8)
+  Dim line As String = PadLeft(Str(index), 4) + PadLeft(Str(t.TrackID), 6) + "  " + PadRight(kind, 6) + PadRight(format, 8)
   line = line + PadLeft(Clock(t.TimeOffset / timeScale), 8) + PadLeft(Clock((t.Duration - t.TimeOffset) / timeScale), 10)
   line = line + PadLeft(size, 11) + PadLeft(Str(t.Layer), 7) + PadLeft(Str(t.MediaSampleCount), 11)
   If Not t.TrackEnabled Then line = line + "  disabled"
@@ -45,17 +47,11 @@ Sub ShowTrack(t As QTTrackKRZ, index As Integer, timeScale As Integer)
 End Sub
 
 Function PadLeft(text As String, width As Integer) As String
-  While Len(text) < width
-    text = " " + text
-  Wend
-  Return text
+  Return Left(kBlanks, width - Len(text)) + text
 End Function
 
 Function PadRight(text As String, width As Integer) As String
-  While Len(text) < width
-    text = text + " "
-  Wend
-  Return text
+  Return text + Left(kBlanks, width - Len(text))
 End Function
 
 ' Seconds as "1:02:03.40", or "2:03.45" below an hour.
@@ -68,12 +64,10 @@ Function Clock(seconds As Double) As String
   Return Str(minutes \ 60) + ":" + Digits(minutes Mod 60, 2) + ":" + text
 End Function
 
+' A number with zeros in front up to `count` digits, four at most.
 Function Digits(value As Integer, count As Integer) As String
   Dim text As String = Str(value)
-  While Len(text) < count
-    text = "0" + text
-  Wend
-  Return text
+  Return Left("0000", count - Len(text)) + text
 End Function
 
 ' The four-character code of a sample description: bytes 4 to 7 of its record.

@@ -125,10 +125,8 @@ Function MomentText(seconds As Integer) As String
   Return Digits(year, 4) + "-" + Digits(month, 2) + "-" + Digits(dayOfMonth, 2) + "T" + Digits(dayTime \ 3600, 2) + ":" + Digits((dayTime \ 60) Mod 60, 2) + ":" + Digits(dayTime Mod 60, 2) + "Z"
 End Function
 
+' A number with zeros in front up to `count` digits, four at most.
 Function Digits(value As Integer, count As Integer) As String
   Dim text As String = Str(value)
-  While Len(text) < count
-    text = "0" + text
-  Wend
-  Return text
+  Return Left("0000", count - Len(text)) + text
 End Function
