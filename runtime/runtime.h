@@ -1,4 +1,5 @@
-// The embedded host: loads modules, owns the classes and functions that scripts can name, and runs scripts.
+// The embedded host: loads modules, owns the classes and functions that scripts can name, and runs
+// scripts.
 #pragma once
 
 #include <functional>
@@ -42,16 +43,19 @@ class KRZ_API Runtime {
   /// The runtime that lives now. REQUIRES: there is one.
   static Runtime& current();
 
-  /// Loads a module and lets it register. Returns what is wrong with it, empty when it is loaded: the file, and what to do.
+  /// Loads a module and lets it register. Returns what is wrong with it, empty when it is loaded:
+  /// the file, and what to do.
   std::string load_module(const std::string& path);
 
-  /// Path of the module that ships with the runtime: beside the runtime library, or where KRZ_MODULE says.
+  /// Path of the module that ships with the runtime: beside the runtime library, or where
+  /// KRZ_MODULE says.
   static std::string default_module_path();
 
   Registry& registry();
   const RuntimeOptions& options() const;
 
-  /// Writes bytes to the script's standard output (buffered) or standard error (after flushing the output).
+  /// Writes bytes to the script's standard output (buffered) or standard error (after flushing the
+  /// output).
   void write_output(std::string_view text);
   void write_error(std::string_view text);
   void flush_output();

@@ -106,9 +106,8 @@ TEST(Corpus, DumpShowsTheFieldsOfRealMovies) {
   if (opened.status().code() == fnfErr) GTEST_SKIP() << "the folder of real movies is not there";
   ASSERT_TRUE(opened.ok()) << opened.status().message();
   const std::string text = dump_tree(opened.value().tree, true);
-  for (const char* line :
-       {"    tkhd offset=165 size=92\n", "  time_scale: 44100\n",
-        "    1: length=50 media_start=1105 rate=65536\n", "  field_size: 8\n"}) {
+  for (const char* line : {"    tkhd offset=165 size=92\n", "  time_scale: 44100\n",
+                           "    1: length=50 media_start=1105 rate=65536\n", "  field_size: 8\n"}) {
     EXPECT_NE(text.find(line), std::string::npos) << line << "in\n" << text;
   }
 }

@@ -15,8 +15,8 @@ consteval FourCC four_cc(const char (&text)[5]) {
   return code;
 }
 
-/// The code as people read it: its four characters where they are printable (the sign 0xA9 as "©"), each other byte
-/// as "\xHH".
+/// The code as people read it: its four characters where they are printable (the sign 0xA9 as "©"),
+/// each other byte as "\xHH".
 std::string four_cc_text(FourCC code);
 
 }  // namespace toolbox

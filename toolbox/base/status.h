@@ -1,4 +1,5 @@
-// How the engine reports failure: a result code for callers, and a text for people made where the failure is known.
+// How the engine reports failure: a result code for callers, and a text for people made where the
+// failure is known.
 #pragma once
 
 #include <Carbon/Carbon.h>
@@ -47,7 +48,7 @@ class [[nodiscard]] Status {
 template <class T>
 class [[nodiscard]] Result {
  public:
-  Result(T value) : value_(std::move(value)) {}  // NOLINT(google-explicit-constructor)
+  Result(T value) : value_(std::move(value)) {}         // NOLINT(google-explicit-constructor)
   Result(Status status) : status_(std::move(status)) {  // NOLINT(google-explicit-constructor)
     assert(!status_.ok());
   }
@@ -72,12 +73,13 @@ class [[nodiscard]] Result {
 #define TOOLBOX_CONCAT(a, b) TOOLBOX_CONCAT_(a, b)
 
 /// Leaves the function with the failure of `expression` (a Status), if it failed.
-#define TRY(expression)                                          \
-  do {                                                           \
+#define TRY(expression)                                                                      \
+  do {                                                                                       \
     if (::toolbox::Status try_status_ = (expression); !try_status_.ok()) return try_status_; \
   } while (false)
 
-/// Declares `declaration` from the value of `expression` (a Result), or leaves the function with its failure.
+/// Declares `declaration` from the value of `expression` (a Result), or leaves the function with
+/// its failure.
 #define TRY_ASSIGN(declaration, expression) \
   TRY_ASSIGN_(TOOLBOX_CONCAT(try_result_, __LINE__), declaration, expression)
 #define TRY_ASSIGN_(result, declaration, expression) \

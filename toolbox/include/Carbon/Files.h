@@ -1,5 +1,5 @@
-/* File references of the classic file system. Both records are tokens here: the path they stand for is kept in a
-   side table, so that name limits never cut a path. */
+/* File references of the classic file system. Both records are tokens here: the path they stand for
+   is kept in a side table, so that name limits never cut a path. */
 #ifndef KRZ_CARBON_FILES_H
 #define KRZ_CARBON_FILES_H
 

@@ -30,7 +30,8 @@ typedef UInt16 UniChar;
 typedef size_t ByteCount;
 
 typedef char* Ptr;
-/* A relocatable block: a pointer to a master pointer to the bytes. A real double pointer; callers dereference it. */
+/* A relocatable block: a pointer to a master pointer to the bytes. A real double pointer; callers
+ * dereference it. */
 typedef Ptr* Handle;
 typedef SInt32 Size; /* A byte count of the Memory Manager; negative is an error. */
 
