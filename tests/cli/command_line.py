@@ -160,6 +160,17 @@ class CommandLine(unittest.TestCase):
         self.assertEqual((answer.returncode, answer.stdout), (0, "a b\n--json\n"), answer.stderr)
         self.assertEqual(krz("run", self.path / "nowhere.bas").returncode, 3)
 
+    def test_examples_run_on_the_demonstration(self):
+        examples = pathlib.Path(__file__).parents[2] / "examples"
+        expected = {
+            "tracks.bas": "3 tracks\n1 vide 160 120 20\n2 soun 0 0 80000\n3 text 160 20 3\n",
+            "longest_picture.bas": f"{self.movie}: 0.5 seconds, from second 0\n",
+        }
+        self.assertEqual(sorted(expected), sorted(path.name for path in examples.glob("*.bas")))
+        for name, output in expected.items():
+            answer = krz("run", examples / name, self.movie)
+            self.assertEqual((answer.returncode, answer.stdout), (0, output), answer.stderr)
+
     def test_classes_lists_declarations_as_registered(self):
         listed = json.loads(krz("classes", "--json").stdout)
         track = next(c for c in listed if c["name"] == "QTTrackKRZ")
