@@ -161,5 +161,35 @@ template <>
 std::vector<Golden> golden_atoms<CompressedMovieAtom>() {
   return {{hex("00000400 | 789C0300"), 4}};
 }
+template <>
+std::vector<Golden> golden_atoms<TrackExtendsAtom>() {
+  return {whole(hex("00000000 00000002 00000001 00000400 00000180 01010000"))};
+}
+template <>
+std::vector<Golden> golden_atoms<MovieExtendsHeaderAtom>() {
+  return {whole(hex("00000000 00001770")), whole(hex("01000000 0000000100001770"))};
+}
+template <>
+std::vector<Golden> golden_atoms<FragmentHeaderAtom>() {
+  return {whole(hex("00000000 00000007"))};
+}
+template <>
+std::vector<Golden> golden_atoms<TrackFragmentHeaderAtom>() {
+  return {whole(hex("00020000 00000002")),
+          whole(hex("0000003B 00000002 | 0000000100000030 00000001 00000400 00000180 01010000")),
+          {hex("00020020 00000001 | 02000000 | 0BAD"), 12}};
+}
+template <>
+std::vector<Golden> golden_atoms<TrackFragmentTimeAtom>() {
+  return {whole(hex("00000000 FFFFFFFF")), whole(hex("01000000 0000000100000400"))};
+}
+template <>
+std::vector<Golden> golden_atoms<TrackRunAtom>() {
+  return {whole(hex("00000F05 00000002 FFFFFFF8 02000000 | 00000400 00000010 01010000 00000200 | "
+                    "00000401 00000011 01010001 00000201")),
+          whole(hex("01000800 00000003 | FFFFFFEC 00000000 00000014")),
+          {hex("00000000 FFFFFFFF | 0BAD"), 8},
+          whole(hex("00000201 00000001 00000030 | 00000064"))};
+}
 
 }  // namespace toolbox

@@ -5,6 +5,7 @@
 #include "atoms/data_references.h"
 #include "atoms/edit_list.h"
 #include "atoms/file_atoms.h"
+#include "atoms/fragments.h"
 #include "atoms/media_header.h"
 #include "atoms/movie_header.h"
 #include "atoms/sample_description.h"
@@ -30,7 +31,8 @@ using AllAtoms =
              CompositionOffsetAtom, SyncSampleAtom, PartialSyncSampleAtom, SampleToChunkAtom,
              SampleSizeAtom, CompactSampleSizeAtom, ChunkOffsetAtom, WideChunkOffsetAtom,
              SampleDependencyAtom, CompositionShiftAtom, FileTypeAtom, DataCompressionAtom,
-             CompressedMovieAtom>;
+             CompressedMovieAtom, TrackExtendsAtom, MovieExtendsHeaderAtom, FragmentHeaderAtom,
+             TrackFragmentHeaderAtom, TrackFragmentTimeAtom, TrackRunAtom>;
 
 /// True when an atom of type `type` inside `parent` has the layout that `row` states.
 constexpr bool matches(const AtomType& row, FourCC type, FourCC parent) {
