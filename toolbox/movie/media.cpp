@@ -6,6 +6,7 @@
 #include "atoms/read_atom.h"
 #include "atoms/sample_description.h"
 #include "movie/load_samples.h"
+#include "movie/movie.h"
 
 namespace toolbox {
 
@@ -32,6 +33,9 @@ Result<const SampleTable*> Media::samples() const {
     if (stbl != kNoAtom) {
       TRY_ASSIGN(tables, load_sample_tables(*tree_, stbl));
     }
+    TRY_ASSIGN(const FragmentSamples* fragments, track_->movie().fragments());
+    const SampleTables* joined = fragments == nullptr ? nullptr : fragments->find_tables(*track_);
+    if (joined != nullptr) tables = *joined;
     samples_ = std::make_unique<SampleTable>(std::move(tables));
   }
   return samples_.get();
@@ -46,7 +50,9 @@ int64_t Media::likely_duration() const {
   const int64_t stated = header_.duration_unknown() ? 0 : clamped_unsigned_time(header_.duration);
   const Result<const SampleTable*> table = samples();
   if (!table.ok() || table.value()->sample_count() == 0) return stated;
-  if (stated != 0 && !table.value()->duration_is_cheap()) return stated;
+  // Headers of fragmented files state what the movie atom alone holds, or nothing.
+  const bool is_fragmented = tree_->first_fragment().has_value();
+  if (stated != 0 && !is_fragmented && !table.value()->duration_is_cheap()) return stated;
   const Result<int64_t> sum = table.value()->duration();
   return sum.ok() ? sum.value() : stated;
 }

@@ -38,9 +38,10 @@ class Media {
   const HandlerAtom& handler_description() const { return handler_atom_; }
   MediaHandler& handler() { return handler_; }
 
-  /// The sample tables, found when first asked; empty when the media has none.
-  /// Fails: invalidSampleTable (the text names atom path and offset), ioErr, eofErr, memFullErr;
-  /// each time again.
+  /// The sample tables, found when first asked; empty when the media has none. The samples in
+  /// fragments of the file are among them.
+  /// Fails: invalidSampleTable (the text names atom path and offset), featureUnsupported, ioErr,
+  /// eofErr, memFullErr; each time again.
   Result<const SampleTable*> samples() const;
 
   /// Sum of the sample durations, media ticks. Fails: as samples().

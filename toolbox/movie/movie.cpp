@@ -18,6 +18,20 @@ Track* Movie::find_track(uint32_t id) const {
   return found == tracks_.end() ? nullptr : found->get();
 }
 
+Result<const FragmentSamples*> Movie::fragments() const {
+  if (!opened_.tree.first_fragment()) return nullptr;
+  if (!fragments_ && fragments_failure_.ok()) {
+    Result<std::unique_ptr<FragmentSamples>> samples = FragmentSamples::read(*this);
+    if (samples.ok()) {
+      fragments_ = samples.take();
+    } else {
+      fragments_failure_ = samples.take_status();
+    }
+  }
+  if (fragments_failure_.ok()) return fragments_.get();
+  return Status(fragments_failure_.code(), fragments_failure_.message());
+}
+
 void Movie::check_invariants() const {
   assert(header_.time_scale > 0);
   for ([[maybe_unused]] const auto& track : tracks_) {

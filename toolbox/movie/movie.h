@@ -7,6 +7,7 @@
 #include "atoms/movie_header.h"
 #include "file/movie_file.h"
 #include "memory/tokens.h"
+#include "movie/fragment_samples.h"
 #include "movie/track.h"
 
 namespace toolbox {
@@ -37,6 +38,10 @@ class Movie {
   /// The first track with that ID; null for 0 and when there is none.
   Track* find_track(uint32_t id) const;
 
+  /// The samples in the fragments of the file, read when first asked; null when it has none.
+  /// Fails: as FragmentSamples::read; each time again, without reading again.
+  Result<const FragmentSamples*> fragments() const;
+
   Token token() { return reference_.token(Kind::kMovie, this); }
 
   void check_invariants() const;
@@ -47,6 +52,8 @@ class Movie {
   OpenedMovie opened_;  // outlives what borrows from it
   MovieHeaderAtom header_;
   std::vector<std::unique_ptr<Track>> tracks_;
+  mutable std::unique_ptr<FragmentSamples> fragments_;
+  mutable Status fragments_failure_;
   Reference reference_;
 };
 
