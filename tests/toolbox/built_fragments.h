@@ -15,7 +15,7 @@ struct BuiltRun {
   uint32_t sample_count = 0;
   int32_t data_offset = 0;
   uint32_t first_sample_flags = 0;
-  Bytes rows;  // as they stand, whatever the count and the flags say
+  Bytes rows = {};  // as they stand, whatever the count and the flags say
 
   void add(uint32_t value) {
     rows.resize(rows.size() + sizeof value);

@@ -3,10 +3,12 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "built_fragments.h"
+
 namespace toolbox {
 
-const char* const kTestMovies[6] = {"two-tracks", "edited", "chapters",
-                                    "timecode",   "tables", "empty"};
+const char* const kTestMovies[7] = {"two-tracks", "edited",    "chapters", "timecode",
+                                    "tables",     "fragments", "empty"};
 
 namespace {
 
@@ -29,6 +31,57 @@ BuiltTrack track_with_all_tables() {
   return track;
 }
 
+// A second of video and sound, and its media data.
+Bytes small_fragment(uint32_t number, uint64_t video_time, uint64_t sound_time) {
+  using Run = TrackRunAtom;
+  constexpr uint32_t kSoundBytes = 100;
+  BuiltPart video;
+  video.header.track_id = 1;
+  video.header.flags = TrackFragmentHeaderAtom::kDefaultBaseIsFragment;
+  video.decode_time = video_time;
+  BuiltRun pictures{
+      .flags = Run::kDataOffset | Run::kFirstSampleFlags | Run::kSizes | Run::kDisplayOffsets,
+      .sample_count = 10,
+      .first_sample_flags = 0x02000000};
+  uint32_t media_bytes = kSoundBytes;
+  for (uint32_t i = 0; i < pictures.sample_count; ++i) {
+    pictures.add(20 + i);
+    pictures.add((i % 2) * 60);
+    media_bytes += 20 + i;
+  }
+  video.runs = {pictures};
+  BuiltPart sound;
+  sound.header.track_id = 2;
+  sound.decode_time = sound_time;
+  BuiltRun frames{.flags = Run::kDurations, .sample_count = 4};
+  for (const uint32_t ticks : {2000, 2000, 2000, 2000}) frames.add(ticks);
+  sound.runs = {frames};
+  std::vector<BuiltPart> parts = {video, sound};
+  const size_t length = fragment_bytes(number, parts).size();
+  parts[0].runs[0].data_offset = static_cast<int32_t>(length) + 8;
+  Bytes fragment = fragment_bytes(number, parts);
+  const Bytes data = atom_bytes(four_cc("mdat"), Bytes(media_bytes));
+  fragment.insert(fragment.end(), data.begin(), data.end());
+  return fragment;
+}
+
+BuiltMovie fragmented_movie() {
+  BuiltMovie movie;
+  movie.tracks = {video_track(16, 16, 10, 60), sound_track(1, 0, 8000)};
+  TrackExtendsAtom video;
+  video.track_id = 1;
+  video.sample_duration = 60;
+  video.sample_flags = 0x01010000;
+  TrackExtendsAtom sound;
+  sound.track_id = 2;
+  sound.sample_size = 25;
+  movie.more_in_movie = movie_extends_bytes({video, sound});
+  movie.behind_movie = small_fragment(1, 600, 0);
+  const Bytes second = small_fragment(2, 1230, 8000);  // behind a gap
+  movie.behind_movie.insert(movie.behind_movie.end(), second.begin(), second.end());
+  return movie;
+}
+
 }  // namespace
 
 BuiltMovie test_movie(std::string_view name) {
@@ -49,6 +102,8 @@ BuiltMovie test_movie(std::string_view name) {
     movie.tracks[0].references = {{four_cc("tmcd"), {2}}};
   } else if (name == "tables") {
     movie.tracks = {track_with_all_tables()};
+  } else if (name == "fragments") {
+    movie = fragmented_movie();
   } else if (name != "empty") {
     std::fprintf(stderr, "there is no test movie \"%.*s\"\n", static_cast<int>(name.size()),
                  name.data());

@@ -13,11 +13,12 @@ namespace toolbox {
 ///   on chapters     video, and a disabled text track of three chapters that the video refers to
 ///   timecode     video, and a drop-frame timecode track that starts at frame 107892
 ///   tables       one video track with every kind of sample table
+///   fragments    video whose samples are partly in two fragments, sound that is only there
 ///   empty        a movie without tracks
 /// An unknown name ends the test program.
 BuiltMovie test_movie(std::string_view name);
 
 /// All the names above.
-extern const char* const kTestMovies[6];
+extern const char* const kTestMovies[7];
 
 }  // namespace toolbox
