@@ -63,7 +63,9 @@ class FragmentReader {
   FragmentReader(const Movie& movie, FragmentSamples& samples)
       : movie_(movie), tree_(movie.opened().tree), samples_(samples) {
     for (const auto& track : movie.tracks()) {
-      if (track->id() != 0) known_.try_emplace(track->id(), KnownTrack{.track = track.get()});
+      if (track->id() == 0) continue;
+      const auto [place, is_new] = known_.try_emplace(track->id());
+      if (is_new) place->second.track = track.get();
     }
   }
 
@@ -175,9 +177,8 @@ class FragmentReader {
   // What holds for samples whose run does not say otherwise.
   void default_values(const TrackPart& part, EqualSamples& samples, uint32_t& flags) const {
     using Header = TrackFragmentHeaderAtom;
-    static const TrackExtendsAtom kNoDefaults;
     const Header& header = part.header;
-    const TrackExtendsAtom& defaults = part.track == nullptr ? kNoDefaults : part.track->defaults;
+    const TrackExtendsAtom& defaults = part.track == nullptr ? no_defaults_ : part.track->defaults;
     samples.delta =
         header.has(Header::kSampleDuration) ? header.sample_duration : defaults.sample_duration;
     samples.size = header.has(Header::kSampleSize) ? header.sample_size : defaults.sample_size;
@@ -261,6 +262,7 @@ class FragmentReader {
   const Movie& movie_;
   const AtomTree& tree_;
   FragmentSamples& samples_;
+  TrackExtendsAtom no_defaults_;
   std::unordered_map<uint32_t, KnownTrack> known_;  // by track ID; of equal IDs the first track
 };
 

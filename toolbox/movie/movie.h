@@ -51,9 +51,9 @@ class Movie {
 
   OpenedMovie opened_;  // outlives what borrows from it
   MovieHeaderAtom header_;
-  std::vector<std::unique_ptr<Track>> tracks_;
-  mutable std::unique_ptr<FragmentSamples> fragments_;
+  mutable std::unique_ptr<FragmentSamples> fragments_;  // so do these
   mutable Status fragments_failure_;
+  std::vector<std::unique_ptr<Track>> tracks_;
   Reference reference_;
 };
 
