@@ -1,4 +1,4 @@
-' NextInterestingTimeKRZ with a rate moves on from a time it found, forward and backward.
+' NextInterestingTimeKRZ with a rate: the sample behind a time, or before it when the rate is negative.
 Dim t As QTTrackKRZ = OpenMovie(TestMovie("edited")).GetVideoTrackKRZ(1)
 
 Sub Find(t As QTTrackKRZ, start As Integer, rate As Double)
@@ -21,7 +21,7 @@ Find t, 300, -1              ' expect: True -1 0 0
 Find t, 2147483647, -1       ' expect: True 5040 60 0
 Find t, -2147483648, -1      ' expect: True -1 0 0
 
-' At 0 alone the sample right there counts.
+' At 0 alone the sample right there counts, so a loop that found it has to step over it itself.
 Dim plain As QTTrackKRZ = OpenMovie(TestMovie("two-tracks")).GetVideoTrackKRZ(1)
 Find plain, 0, 1             ' expect: True 0 60 0
 Find plain, 0, -1            ' expect: True 0 60 0
