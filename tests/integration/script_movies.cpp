@@ -71,6 +71,12 @@ BuiltMovie ntsc() {
   return movie;
 }
 
+BuiltMovie long_movie() {
+  BuiltMovie movie;
+  movie.tracks = {toolbox::video_track(16, 16, 4, 0x4000'0000)};
+  return movie;
+}
+
 BuiltMovie descriptions() {
   BuiltMovie movie;
   BuiltTrack track = small_video();
@@ -102,9 +108,8 @@ std::optional<BuiltMovie> script_movie(std::string_view name) {
     std::string_view name;
     BuiltMovie (*make)();
   } kMovies[] = {
-      {"lookup", lookup}, {"headers", headers}, {"old-headers", old_headers},
-      {"rates", rates},   {"ntsc", ntsc},       {"descriptions", descriptions},
-      {"silent", silent},
+      {"lookup", lookup}, {"headers", headers}, {"old-headers", old_headers},   {"rates", rates},
+      {"ntsc", ntsc},     {"long", long_movie}, {"descriptions", descriptions}, {"silent", silent},
   };
   for (const auto& movie : kMovies) {
     if (movie.name == name) return movie.make();
