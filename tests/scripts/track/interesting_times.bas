@@ -36,10 +36,11 @@ Print ntsc.Duration          ' expect: 60
 Dim rates As QTTrackKRZ = OpenMovie(TestMovie("rates")).GetVideoTrackKRZ(1)
 Dim time, duration As Integer
 Dim found As String
-While rates.NextInterestingTimeKRZ(time, duration) And time >= 0
+For round As Integer = 1 To 20
+  If Not rates.NextInterestingTimeKRZ(time, duration) Or time < 0 Then Exit For
   found = found & time & "+" & duration & " "
   time = time + duration
-Wend
+Next
 Print found + "end"  ' expect: 0+120 120+120 240+120 360+120 480+120 600+30 630+30 660+30 690+30 720+30 750+100 end
 
 Find OpenMovie(TestMovie("silent")).GetSoundTrackKRZ(1), 0   ' expect: True -1 0 0

@@ -40,7 +40,8 @@ Find plain, 60, -0.5         ' expect: True 0 60 0
 Dim rates As QTTrackKRZ = OpenMovie(TestMovie("rates")).GetVideoTrackKRZ(1)
 Dim time As Integer = 851, duration As Integer
 Dim found As String
-While rates.NextInterestingTimeKRZ(time, duration, -1) And time > 0
+For round As Integer = 1 To 20
+  If Not rates.NextInterestingTimeKRZ(time, duration, -1) Or time <= 0 Then Exit For
   found = found & time & " "
-Wend
+Next
 Print found + "end", time    ' expect: 750 720 690 660 630 600 480 360 240 120 end 0
