@@ -1,7 +1,10 @@
 #include "integration/script_movies.h"
 
 #include <algorithm>
+#include <fstream>
+#include <sstream>
 
+#include "atoms/atom_writer.h"
 #include "toolbox/test_movies.h"
 
 namespace krz::test {
@@ -97,24 +100,57 @@ BuiltMovie silent() {
   return movie;
 }
 
+BuiltMovie damaged() {
+  BuiltMovie movie;
+  movie.tracks = {small_video()};
+  TrackHeaderAtom header;
+  header.track_id = 2;
+  header.flags = TrackHeaderAtom::kEnabled;
+  header.layer = -7;
+  toolbox::AtomWriter track;
+  const auto mark = track.begin(four_cc("trak"));
+  track.atom(header);
+  track.end(mark);
+  movie.more_in_movie = track.take();
+  return movie;
+}
+
+/// Lets the first table of durations in a file claim far more rows than it has.
+void claim_too_many_durations(const std::string& path) {
+  std::fstream file(path, std::ios::in | std::ios::out | std::ios::binary);
+  std::ostringstream content;
+  content << file.rdbuf();
+  const size_t type = content.str().find("stts");
+  constexpr size_t kFromTypeToCount = 8;
+  file.seekp(static_cast<std::streamoff>(type + kFromTypeToCount));
+  file.write("\x7F\xFF\xFF\xFF", 4);
+}
+
+struct NamedMovie {
+  std::string_view name;
+  BuiltMovie (*make)();
+};
+
+constexpr NamedMovie kMovies[] = {
+    {"lookup", lookup}, {"headers", headers}, {"old-headers", old_headers},
+    {"rates", rates},   {"ntsc", ntsc},       {"descriptions", descriptions},
+    {"silent", silent}, {"long", long_movie}, {"damaged", damaged},
+};
+
 }  // namespace
 
-std::optional<BuiltMovie> script_movie(std::string_view name) {
+toolbox::Status write_script_movie(std::string_view name, const std::string& path) {
   const auto& common = toolbox::kTestMovies;
   if (std::find(std::begin(common), std::end(common), name) != std::end(common)) {
-    return toolbox::test_movie(name);
+    return toolbox::write_movie(toolbox::test_movie(name), path);
   }
-  static constexpr struct {
-    std::string_view name;
-    BuiltMovie (*make)();
-  } kMovies[] = {
-      {"lookup", lookup}, {"headers", headers}, {"old-headers", old_headers},   {"rates", rates},
-      {"ntsc", ntsc},     {"long", long_movie}, {"descriptions", descriptions}, {"silent", silent},
-  };
-  for (const auto& movie : kMovies) {
-    if (movie.name == name) return movie.make();
+  for (const NamedMovie& movie : kMovies) {
+    if (movie.name != name) continue;
+    TRY(toolbox::write_movie(movie.make(), path));
+    if (name == "damaged") claim_too_many_durations(path);
+    return {};
   }
-  return {};
+  return {paramErr, "there is no test movie \"" + std::string(name) + "\""};
 }
 
 }  // namespace krz::test

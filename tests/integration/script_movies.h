@@ -1,7 +1,7 @@
 // The movies that scripts ask for by name, each made so that right answers differ from defaults.
 #pragma once
 
-#include <optional>
+#include <string>
 #include <string_view>
 
 #include "file/movie_builder.h"
@@ -17,7 +17,9 @@ namespace krz::test {
 ///   long          four frames of 2^30 ticks each
 ///   descriptions  video of two descriptions and two files
 ///   silent        a sound track without samples
-/// Nothing for another name.
-std::optional<toolbox::BuiltMovie> script_movie(std::string_view name);
+///   damaged       video whose table of durations claims rows that are not there, and a track
+///                 without media
+/// Writes one of them. Fails: paramErr for another name, and as toolbox::write_movie().
+toolbox::Status write_script_movie(std::string_view name, const std::string& path);
 
 }  // namespace krz::test

@@ -18,12 +18,7 @@ REALstring path_of_test_movie(REALstring name) {
   const std::string wanted(string_bytes(name));
   const std::string path = folder.path(wanted + ".mov");
   if (!std::filesystem::exists(path)) {
-    const auto movie = script_movie(wanted);
-    if (!movie) {
-      raise_exception("RuntimeException", "there is no test movie \"" + wanted + "\"");
-      return nullptr;
-    }
-    const toolbox::Status written = toolbox::write_movie(*movie, path);
+    const toolbox::Status written = write_script_movie(wanted, path);
     if (!written.ok()) {
       raise_exception("RuntimeException", written.message());
       return nullptr;
