@@ -1,6 +1,7 @@
 ' krz info: what is in a movie, for people or as JSON.
 
 Dim worst As Integer = 0
+Dim shown As Integer = 0
 Dim documents As New JSONItem("[]")
 
 For i As Integer = 0 To Args.Ubound
@@ -9,8 +10,9 @@ For i As Integer = 0 To Args.Ubound
     If CommandLine.Has("json") Then
       documents.Append(MovieDocument(m, Args(i)))
     Else
-      If i > 0 Then Print ""
+      If shown > 0 Then Print ""
       ShowMovie(m, Args(i))
+      shown = shown + 1
     End If
   Catch e As IOException
     StdErr.WriteLine("krz: " + e.Message)
