@@ -10,6 +10,7 @@ For i As Integer = 0 To Args.Ubound
     If shown > 0 Then Print ""
     ShowMovie(m, Args(i))
     shown = shown + 1
+    m.Check
   Catch e As IOException
     StdErr.WriteLine("krz: " + e.Message)
     worst = 3

@@ -141,12 +141,13 @@ class HostileInputs(unittest.TestCase):
         return answer
 
     def assert_answered(self, path):
-        """Read, or refused with one line."""
+        """Read, or refused with one line; of a movie with a damaged table the rest is reported first."""
         answer = self.ask(path)
         if answer.status == 3:
             self.assertEqual(answer.errors.count("\n"), 1, answer.errors)
             self.assertIn(str(path), answer.errors)
-            self.assertEqual(answer.output, "")
+            if answer.output:
+                self.assertEqual(answer.output.splitlines()[0], str(path))
         return answer
 
     def test_what_is_no_file_with_a_movie_is_named(self):
@@ -214,7 +215,7 @@ class HostileInputs(unittest.TestCase):
         self.assertRegex(self.assert_refused(path, "moov").errors, r"at byte \d+")
 
     def test_counts_beyond_the_file_are_never_believed(self):
-        """The movie is refused with the place, or reported with nothing where the damaged table's contents would stand."""
+        """What can be read is reported, and the damage with its place."""
         for where, kind, offset, size in atoms_of(self.small):
             if kind not in TABLES:
                 continue
@@ -222,10 +223,8 @@ class HostileInputs(unittest.TestCase):
                 with self.subTest(table=where, count=count):
                     path = self.file("count.mov", patched(self.small, offset + 12, count))
                     answer = self.assert_answered(path)
-                    if answer.status == 3:
-                        self.assertRegex(answer.errors, r"moov/trak[^ ]*/%s[^ ]* at byte \d+" % kind.decode())
-                    elif kind != b"dref":  # the report says nothing of data references
-                        self.assertNotEqual(answer.output.splitlines()[1:], self.good_report.splitlines()[1:])
+                    self.assertEqual(answer.status, 3)
+                    self.assertRegex(answer.errors, r"moov/trak[^ ]*/%s[^ ]* at byte \d+" % kind.decode())
 
     def test_enormous_numbers_inside_tables_are_bounded(self):
         """Every number of every table at its extremes: what is played is wrong, but nothing grows with the number."""
