@@ -15,6 +15,15 @@ else()
   target_link_options(krz_options INTERFACE $<$<NOT:$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>>:-Wl,-z,defs>)
 endif()
 
+# A fuzzer steers by the code its inputs reach, so everything it links is compiled to tell.
+if(KRZ_FUZZ)
+  if(NOT CMAKE_CXX_COMPILER_ID MATCHES Clang)
+    message(FATAL_ERROR "KRZ_FUZZ needs clang: cmake --preset fuzz")
+  endif()
+  target_compile_options(krz_options INTERFACE -fsanitize=fuzzer-no-link)
+  target_compile_definitions(krz_options INTERFACE _GLIBCXX_ASSERTIONS)
+endif()
+
 # Starting krz is most of its time on a small movie, and loading the shared C++ library is most of starting.
 add_library(krz_cxx_runtime INTERFACE)
 if(KRZ_STATIC_CXX AND NOT KRZ_SANITIZE)

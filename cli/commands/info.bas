@@ -3,11 +3,14 @@
 Const kBlanks = "            "
 
 Dim worst As Integer = 0
+Dim shown As Integer = 0
 For i As Integer = 0 To Args.Ubound
   Try
     Dim m As Movie = OpenMovie(Args(i))
-    If i > 0 Then Print ""
+    If shown > 0 Then Print ""
     ShowMovie(m, Args(i))
+    shown = shown + 1
+    m.Check
   Catch e As IOException
     StdErr.WriteLine("krz: " + e.Message)
     worst = 3

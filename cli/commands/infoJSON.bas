@@ -4,7 +4,9 @@ Dim worst As Integer = 0
 Dim documents As New JSONItem("[]")
 For i As Integer = 0 To Args.Ubound
   Try
-    documents.Append(MovieDocument(OpenMovie(Args(i)), Args(i)))
+    Dim m As Movie = OpenMovie(Args(i))
+    documents.Append(MovieDocument(m, Args(i)))
+    m.Check
   Catch e As IOException
     StdErr.WriteLine("krz: " + e.Message)
     worst = 3

@@ -1,6 +1,7 @@
 // krz run, and every built-in command that is a script: one runtime, the module loaded, one
 // program.
 #include <fcntl.h>
+#include <signal.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -47,6 +48,13 @@ bool read_script(const std::string& path, std::string& text) {
   return complete;
 }
 
+/// Ctrl-C ends the script, not the process: its objects still die in order.
+void end_script_on_interrupt() {
+  struct sigaction action {};
+  action.sa_handler = [](int) { krz::Script::interrupt(); };
+  sigaction(SIGINT, &action, nullptr);
+}
+
 }  // namespace
 
 int run_program(std::string_view program, std::string file, const Invocation& invocation,
@@ -69,6 +77,7 @@ int run_program(std::string_view program, std::string file, const Invocation& in
     for (const krz::Diagnostic& diagnostic : diagnostics) runtime.write_error(diagnostic.text());
     return kFailed;
   }
+  end_script_on_interrupt();
   const int status = script->run();
   runtime.flush_output();
   return status;

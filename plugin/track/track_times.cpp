@@ -72,7 +72,8 @@ bool rbNextInterestingTimeWithRate(REALobject object, int32_t* time, int32_t* du
   data.lasterror = -1;
   if (!data.track) return false;
   // Unlike without a rate, a sample that begins right at the time counts at the start of the movie
-  // only, so that a loop in either direction moves on from the time it found.
+  // only. A loop in either direction moves on from the time it found, save from 0, which it finds
+  // again.
   const SInt16 flags = *time == 0 ? kThisOrNextSample : kNextSample;
   return next_interesting_time(object, flags, fixed_rate(rate), time, duration);
 }

@@ -32,14 +32,17 @@ void destroy(REALobject movie) {
   unlock_string(data_of(movie).path);
 }
 
+/// Raises what the toolbox has to say of its failed call.
+void raise_failure(OSErr status, const std::string& otherwise) {
+  const std::string_view detail = ToolboxErrorDetail();
+  raise_exception("IOException", detail.empty() ? otherwise : std::string(detail), status);
+}
+
 REALobject open_movie(REALstring path) {
   const std::string file = string_utf8(path);
   Movie reference = nullptr;
   if (const OSErr status = ToolboxOpenMovie(file.c_str(), &reference); status != noErr) {
-    const std::string_view detail = ToolboxErrorDetail();
-    raise_exception("IOException",
-                    detail.empty() ? "\"" + file + "\" cannot be opened" : std::string(detail),
-                    status);
+    raise_failure(status, "\"" + file + "\" cannot be opened");
     return nullptr;
   }
   const ClassInfo* const class_info = Runtime::current().registry().find_class(g_class.name);
@@ -61,6 +64,12 @@ int32_t duration(REALobject movie) {
   return data_of(movie).movie ? GetMovieDuration(data_of(movie).movie) : 0;
 }
 
+// Raises IOException for the first damaged table of any track.
+void check(REALobject movie) {
+  const OSErr status = ToolboxCheckMovie(data_of(movie).movie);
+  if (status != noErr) raise_failure(status, "the movie is closed");
+}
+
 REALstring path_of(REALobject movie) {
   lock_string(data_of(movie).path);
   return data_of(movie).path;
@@ -70,6 +79,7 @@ MethodEntry g_methods[] = {
     KRZ_METHOD(time_scale, "TimeScale as integer"),
     KRZ_METHOD(duration, "Duration as integer"),
     KRZ_METHOD(path_of, "Path as string"),
+    KRZ_METHOD(check, "Check"),
     KRZ_METHOD(close, "Close"),
 };
 

@@ -4,6 +4,7 @@ import json
 import os
 import pathlib
 import re
+import signal
 import struct
 import subprocess
 import sys
@@ -170,6 +171,16 @@ class CommandLine(unittest.TestCase):
         for name, output in expected.items():
             answer = krz("run", examples / name, self.movie)
             self.assertEqual((answer.returncode, answer.stdout), (0, output), answer.stderr)
+
+    def test_interrupt_ends_an_endless_loop_at_once(self):
+        script = self.file("endless.bas", "StdOut.WriteLine(\"on\")\nDo\nLoop\n")
+        with subprocess.Popen([KRZ, "run", script], stdout=subprocess.PIPE, stderr=subprocess.PIPE) as process:
+            time.sleep(0.3)
+            begin = time.monotonic()
+            process.send_signal(signal.SIGINT)
+            output, _ = process.communicate(timeout=10)
+        self.assertEqual((process.returncode, output), (130, b"on\n"))
+        self.assertLess(time.monotonic() - begin, 2)
 
     def test_classes_lists_declarations_as_registered(self):
         listed = json.loads(krz("classes", "--json").stdout)

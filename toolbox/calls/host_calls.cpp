@@ -24,6 +24,16 @@ TOOLBOX_CALL OSErr ToolboxOpenMovie(const char* path, Movie* movie) {
   });
 }
 
+TOOLBOX_CALL OSErr ToolboxCheckMovie(Movie movie) {
+  return guarded([&]() -> Status {
+    TRY_ASSIGN(const toolbox::Movie* found, find_movie(movie));
+    for (const auto& track : found->tracks()) {
+      if (track->media() != nullptr) TRY(track->media()->check());
+    }
+    return {};
+  });
+}
+
 TOOLBOX_CALL void DisposeMovie(Movie movie) {
   guarded([&]() -> Status {
     TRY_ASSIGN(toolbox::Movie * found, find_movie(movie));

@@ -77,6 +77,12 @@ Result<const std::vector<Bytes>*> Media::data_references() const {
   return &*data_references_;
 }
 
+Status Media::check() const {
+  TRY(samples().take_status());
+  TRY(descriptions().take_status());
+  return data_references().take_status();
+}
+
 void Media::check_invariants() const {
   assert(header_.time_scale > 0);
   assert(&handler_.media() == this);

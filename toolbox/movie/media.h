@@ -59,6 +59,10 @@ class Media {
   /// descriptions().
   Result<const std::vector<Bytes>*> data_references() const;
 
+  /// Whether samples(), descriptions() and data_references() can all be had; the first failure if
+  /// not.
+  Status check() const;
+
   Token token() { return reference_.token(Kind::kMedia, this); }
 
   void check_invariants() const;

@@ -19,6 +19,13 @@ const char* ToolboxVersion(void);
    null and ToolboxErrorDetail() names the file, the atom path and the offset. */
 OSErr ToolboxOpenMovie(const char* path, Movie* movie);
 
+/* Looks whether the tables of every media can be what they claim: samples, descriptions and data
+   references. Opening leaves them alone, so that a movie with one damaged track can still be looked
+   into. Reads the heads of the tables, not the tables.
+   Fails: invalidSampleTable, invalidSampleDescription, invalidDataRef and as ToolboxOpenMovie, for
+   the first damage met; invalidMovie. */
+OSErr ToolboxCheckMovie(Movie movie);
+
 /* Closes a movie and its file; its tracks and media become stale. A stale movie sets invalidMovie.
  */
 void DisposeMovie(Movie movie);

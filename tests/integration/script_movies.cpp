@@ -1,0 +1,156 @@
+#include "integration/script_movies.h"
+
+#include <algorithm>
+#include <fstream>
+#include <sstream>
+
+#include "atoms/atom_writer.h"
+#include "toolbox/test_movies.h"
+
+namespace krz::test {
+namespace {
+
+using toolbox::BuiltMovie;
+using toolbox::BuiltTrack;
+using toolbox::Bytes;
+using toolbox::four_cc;
+using toolbox::kFixedOne;
+using toolbox::TrackHeaderAtom;
+
+BuiltTrack small_video() { return toolbox::video_track(16, 16, 10, 60); }
+
+BuiltTrack with_id(BuiltTrack track, uint32_t id, bool enabled) {
+  track.header.track_id = id;
+  if (!enabled) track.header.flags &= ~uint32_t{TrackHeaderAtom::kEnabled};
+  return track;
+}
+
+BuiltMovie lookup() {
+  BuiltMovie movie;
+  movie.tracks = {with_id(small_video(), 70, false), with_id(toolbox::sound_track(1, 100), 3, true),
+                  with_id(small_video(), 2000, true),
+                  with_id(toolbox::sound_track(1, 50), 5, false),
+                  with_id(toolbox::text_track({{"text", 60}}), 9, true)};
+  return movie;
+}
+
+BuiltMovie headers() {
+  BuiltMovie movie;
+  BuiltTrack track = small_video();
+  track.header.creation_time = 0xE0000000;  // after 2^31 seconds
+  track.header.modification_time = 0xFFFFFFFF;
+  track.header.layer = -3;
+  track.header.volume = -384;
+  track.header.width = 0x0280'E666;  // 640.9
+  track.header.height = -0x8000;     // minus a half
+  track.header.matrix = {0x8000, 1, -2, -0x10000, 0, 3, 0x00640000, -0x00140000, 0x40000000};
+  movie.tracks = {track};
+  return movie;
+}
+
+BuiltMovie old_headers() {
+  BuiltMovie movie;
+  BuiltTrack track = toolbox::sound_track(1, 88200);
+  track.header.creation_time = 0x1'0000'0005;
+  track.header.modification_time = 0x1'8000'0000;
+  track.header.volume = 0x0180;
+  track.header.layer = 32767;
+  movie.tracks = {track};
+  return movie;
+}
+
+BuiltMovie rates() {
+  BuiltMovie movie;
+  movie.tracks = {small_video()};
+  movie.tracks[0].edits.emplace();
+  movie.tracks[0].edits->entries = {
+      {600, 0, kFixedOne / 2}, {150, 300, 2 * kFixedOne}, {100, 130, 0}};
+  return movie;
+}
+
+BuiltMovie ntsc() {
+  BuiltMovie movie;
+  movie.tracks = {toolbox::video_track(16, 16, 3, 1001, 30000)};
+  return movie;
+}
+
+BuiltMovie long_movie() {
+  BuiltMovie movie;
+  movie.tracks = {toolbox::video_track(16, 16, 4, 0x4000'0000)};
+  return movie;
+}
+
+BuiltMovie descriptions() {
+  BuiltMovie movie;
+  BuiltTrack track = small_video();
+  // Twenty bytes: size, format, six reserved bytes, the second file, four bytes of its own.
+  const Bytes second = {0, 0, 0, 20, 'j', 'p', 'e', 'g', 0, 0, 0, 0, 0, 0, 0, 2, 1, 2, 3, 0xFF};
+  track.descriptions.push_back(second);
+  const Bytes in_this_file = {0, 0, 0, 1};
+  const Bytes elsewhere = {0, 0, 0, 0, 'f', 'i', 'l', 'e', ':', '/', '/', '/', 'x', 0};
+  track.data_references = {toolbox::atom_bytes(four_cc("url "), in_this_file),
+                           toolbox::atom_bytes(four_cc("url "), elsewhere)};
+  movie.tracks = {track};
+  return movie;
+}
+
+BuiltMovie silent() {
+  BuiltMovie movie;
+  movie.tracks = {toolbox::sound_track(2, 0)};
+  return movie;
+}
+
+BuiltMovie damaged() {
+  BuiltMovie movie;
+  movie.tracks = {small_video()};
+  TrackHeaderAtom header;
+  header.track_id = 2;
+  header.flags = TrackHeaderAtom::kEnabled;
+  header.layer = -7;
+  toolbox::AtomWriter track;
+  const auto mark = track.begin(four_cc("trak"));
+  track.atom(header);
+  track.end(mark);
+  movie.more_in_movie = track.take();
+  return movie;
+}
+
+/// Lets the first table of durations in a file claim far more rows than it has.
+void claim_too_many_durations(const std::string& path) {
+  std::fstream file(path, std::ios::in | std::ios::out | std::ios::binary);
+  std::ostringstream content;
+  content << file.rdbuf();
+  const size_t type = content.str().find("stts");
+  constexpr size_t kFromTypeToCount = 8;
+  file.seekp(static_cast<std::streamoff>(type + kFromTypeToCount));
+  file.write("\x7F\xFF\xFF\xFF", 4);
+}
+
+struct NamedMovie {
+  std::string_view name;
+  BuiltMovie (*make)();
+};
+
+constexpr NamedMovie kMovies[] = {
+    {"lookup", lookup}, {"headers", headers}, {"old-headers", old_headers},
+    {"rates", rates},   {"ntsc", ntsc},       {"descriptions", descriptions},
+    {"silent", silent}, {"long", long_movie}, {"damaged", damaged},
+};
+
+}  // namespace
+
+toolbox::Status write_script_movie(std::string_view name, const std::string& path) {
+  const auto& common = toolbox::kTestMovies;
+  if (std::find(std::begin(common), std::end(common), name) != std::end(common)) {
+    return toolbox::write_movie(toolbox::test_movie(name), path);
+  }
+  for (const NamedMovie& movie : kMovies) {
+    if (movie.name != name) continue;
+    TRY(toolbox::write_movie(movie.make(), path));
+    if (name == "damaged") claim_too_many_durations(path);
+    return {};
+  }
+  return {paramErr, "there is no test movie \"" + std::string(name) + "\""};
+}
+
+}  // namespace krz::test

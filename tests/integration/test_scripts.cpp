@@ -1,0 +1,46 @@
+// Each script that uses the module's classes is a test of its own.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "integration/whole_system.h"
+#include "scripts/script_runner.h"
+
+namespace krz::test {
+namespace {
+
+const std::filesystem::path kScripts = KRZ_SOURCE_DIR "/tests/scripts";
+
+class ModuleScript : public testing::TestWithParam<std::string> {};
+
+TEST_P(ModuleScript, DoesWhatItsCommentsSay) {
+  const ToolboxCounts before;
+  EXPECT_EQ(check_script((kScripts / GetParam()).string(), {},
+                         [](Runtime& runtime) { prepare(runtime); }),
+            "");
+  EXPECT_EQ(ToolboxCounts(), before) << "the toolbox keeps something of the script's";
+}
+
+/// Paths from the folder of scripts: "track/headers.bas".
+std::vector<std::string> module_scripts() {
+  std::vector<std::string> result;
+  for (const char* folder : {"media", "metadata", "movie", "text", "timecode", "track"}) {
+    for (const std::string& path : scripts_below(kScripts / folder)) {
+      result.push_back(std::filesystem::relative(path, kScripts).string());
+    }
+  }
+  return result;
+}
+
+std::string test_name(const testing::TestParamInfo<std::string>& info) {
+  std::string name = info.param.substr(0, info.param.rfind('.'));
+  std::replace_if(
+      name.begin(), name.end(),
+      [](char c) { return std::isalnum(static_cast<unsigned char>(c)) == 0; }, '_');
+  return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Scripts, ModuleScript, testing::ValuesIn(module_scripts()), test_name);
+
+}  // namespace
+}  // namespace krz::test
