@@ -75,6 +75,7 @@ class FragmentReader {
     while (true) {
       TRY_ASSIGN(const std::optional<ByteRange> fragment, cursor.next());
       if (!fragment) return {};
+      samples_.budget_.earn(fragment->size);
       TRY(read_fragment(*fragment));
     }
   }

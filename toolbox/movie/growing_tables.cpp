@@ -24,12 +24,17 @@ void append_numbers(Bytes& rows, uint32_t count, uint32_t number) {
 
 }  // namespace
 
+void TableBudget::earn(uint64_t fragment_bytes) {
+  bytes_earned_ = std::min(bytes_earned_ + 2 * std::min(fragment_bytes, kMostBytes), kMostBytes);
+}
+
 Status TableBudget::take_bytes(uint64_t bytes) {
-  if (bytes > bytes_left_) {
+  if (bytes > bytes_earned_ - bytes_taken_) {
     return {memFullErr, "the sample tables of the fragments need more than " +
-                            std::to_string(kMostBytes >> 20) + " MiB; split the movie"};
+                            std::to_string(bytes_earned_ >> 20) +
+                            " MiB, which so few or so many fragments may not have"};
   }
-  bytes_left_ -= bytes;
+  bytes_taken_ += bytes;
   return {};
 }
 

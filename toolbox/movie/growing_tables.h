@@ -10,19 +10,26 @@
 
 namespace toolbox {
 
-/// What the growing tables of one file may still cost together.
+/// What the growing tables of one file may still cost together: a little, and more for every byte
+/// of fragments that the file really has, so that a small file cannot ask for much.
 class TableBudget {
  public:
-  /// Rows, and as much again for vectors that have grown ahead of them.
+  /// Rows; vectors that have grown ahead of them may take as much again.
+  static constexpr uint64_t kFirstBytes = 12 * 1024 * 1024;
   static constexpr uint64_t kMostBytes = 128 * 1024 * 1024;
   static constexpr uint64_t kMostSamples = 100'000'000;
+
+  /// A fragment of that many bytes was met. A row of ours is at most twice as long as the fields
+  /// that it comes from.
+  void earn(uint64_t fragment_bytes);
 
   /// Fail: memFullErr; nothing is taken then.
   Status take_bytes(uint64_t bytes);
   Status take_samples(uint64_t samples);
 
  private:
-  uint64_t bytes_left_ = kMostBytes;
+  uint64_t bytes_earned_ = kFirstBytes;
+  uint64_t bytes_taken_ = 0;
   uint64_t samples_left_ = kMostSamples;
 };
 
