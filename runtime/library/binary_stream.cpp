@@ -46,7 +46,7 @@ REALstring read(REALobject stream, int32_t count) {
   if (!file) return nullptr;
   if (count < 0 || static_cast<size_t>(count) > kMaxReadBytes) {
     raise_exception("OutOfBoundsException",
-                    "cannot read " + std::to_string(count) + " bytes; ask for 0 to 512 MiB");
+                    "cannot read " + std::to_string(count) + " bytes; ask for 0 to 256 MiB");
     return nullptr;
   }
   std::string bytes;

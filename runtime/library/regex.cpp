@@ -14,7 +14,7 @@ namespace krz {
 
 namespace {
 
-constexpr size_t kMaxResultBytes = size_t{512} << 20;
+constexpr size_t kMaxResultBytes = size_t{64} << 20;
 
 struct RegExData {
   REALstring pattern_text;
@@ -87,9 +87,13 @@ bool is_digit(char c) { return c >= '0' && c <= '9'; }
 void append_replacement(std::string& result, std::string_view replacement, std::string_view text,
                         const Match& match) {
   for (size_t i = 0; i < replacement.size(); ++i) {
+    const size_t mark = std::min(replacement.find_first_of("$\\", i), replacement.size());
+    result.append(replacement.substr(i, mark - i));
+    if (mark == replacement.size()) return;
+    i = mark;
     const char c = replacement[i];
     const char next = i + 1 < replacement.size() ? replacement[i + 1] : '\0';
-    if ((c != '$' && c != '\\') || (next != c && !is_digit(next))) {
+    if (next != c && !is_digit(next)) {
       result.push_back(c);
       continue;
     }
@@ -130,7 +134,7 @@ REALstring replaced(REALobject regex, REALstring text_string, REALstring replace
     copied = std::max(copied, static_cast<size_t>(match[0].end));
     if (result.size() > kMaxResultBytes) {
       raise_exception("OutOfMemoryException",
-                      "the replaced text is longer than 512 MiB; replace in pieces");
+                      "the replaced text is longer than 64 MiB; replace in pieces");
       return nullptr;
     }
     if (which == Which::kFirst) break;

@@ -14,7 +14,7 @@
 namespace krz {
 
 /// Texts and pieces that are read at once have at most this many bytes.
-inline constexpr size_t kMaxReadBytes = size_t{512} << 20;
+inline constexpr size_t kMaxReadBytes = size_t{256} << 20;
 
 /// The instance data of a stream.
 struct StreamData {

@@ -32,7 +32,7 @@ bool append_bounded(std::string& text, std::string_view piece, const char* what)
   }
   raise_exception(
       "OutOfMemoryException",
-      std::string(what) + " is longer than 512 MiB; read it in pieces with BinaryStream");
+      std::string(what) + " is longer than 256 MiB; read it in pieces with BinaryStream");
   return false;
 }
 
