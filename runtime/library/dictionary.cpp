@@ -115,13 +115,14 @@ void initialise(REALobject dictionary) {
 }
 
 void clear(REALobject dictionary) {
-  Entries& entries = entries_of(dictionary);
-  entries.by_key.clear();
-  for (const Entry& entry : entries.in_order) {
+  // Taken out first: what dies here may hold the dictionary.
+  std::list<Entry> dying;
+  entries_of(dictionary).by_key.clear();
+  dying.swap(entries_of(dictionary).in_order);
+  for (const Entry& entry : dying) {
     unlock_object(entry.key);
     unlock_object(entry.value);
   }
-  entries.in_order.clear();
 }
 
 void destroy(REALobject dictionary) {

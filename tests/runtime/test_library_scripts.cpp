@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <stdlib.h>
 
+#include "registry/names.h"
 #include "scripts/script_runner.h"
 
 namespace krz::test {
@@ -55,6 +56,24 @@ TEST(LibraryManual, ItsExamplesDoWhatTheySay) {
     ++examples;
   }
   EXPECT_GT(examples, 10);
+}
+
+TEST(LibraryManual, NamesEveryClassAndFunctionAndMember) {
+  const std::string manual = read_file(KRZ_SOURCE_DIR "/docs/library.md");
+  const auto is_named = [&manual](const std::string& name) {
+    for (size_t at = manual.find(name); at != std::string::npos; at = manual.find(name, at + 1)) {
+      const bool begins = at == 0 || !is_name_character(manual[at - 1]);
+      if (begins && !is_name_character(manual[at + name.size()])) return true;
+    }
+    return false;
+  };
+  Runtime runtime({});
+  for (const std::string& name : runtime.registry().names()) EXPECT_TRUE(is_named(name)) << name;
+  for (const ClassInfo* info : runtime.registry().classes()) {
+    for (const std::string& member : info->member_names()) {
+      EXPECT_TRUE(member == "Constructor" || is_named(member)) << info->name() << "." << member;
+    }
+  }
 }
 
 }  // namespace
