@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace krz {
 
@@ -39,7 +40,8 @@ class BufferedFile {
   int64_t length();
 
  private:
-  BufferedFile(int descriptor, std::string path) : descriptor_(descriptor), path_(path) {}
+  BufferedFile(int descriptor, std::string path)
+      : descriptor_(descriptor), path_(std::move(path)) {}
   bool failed(const char* action);
   bool drop_ahead();
 
