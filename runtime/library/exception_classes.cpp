@@ -59,6 +59,7 @@ constexpr DerivedClass kDerivedClasses[] = {
     {"DivisionByZeroException", "RuntimeException"},
     {"InvalidArgumentException", "RuntimeException"},
     {"JSONException", "RuntimeException"},
+    {"RegExException", "RuntimeException"},
 };
 
 REALclassDefinition g_derived[std::size(kDerivedClasses)];

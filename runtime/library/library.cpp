@@ -1,9 +1,11 @@
 #include "library/library.h"
 
+#include "library/date_time.h"
 #include "library/folder_item.h"
 #include "library/memory_block.h"
 #include "library/movie.h"
 #include "library/parts.h"
+#include "library/regex.h"
 
 namespace krz {
 
@@ -20,6 +22,14 @@ void register_library(Registry& registry) {
   register_numbers(registry);
   register_system(registry);
   register_json(registry);
+  register_dictionary(registry);
+  register_text_input_stream(registry);
+  register_text_output_stream(registry);
+  register_binary_stream(registry);
+  register_date_time(registry);
+  register_random(registry);
+  register_regex_match(registry);
+  register_regex(registry);
 }
 
 }  // namespace krz

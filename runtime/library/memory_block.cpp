@@ -30,21 +30,25 @@ void initialise(REALobject block) { data_of(block).little_endian = true; }
 
 void destroy(REALobject block) { std::free(data_of(block).bytes); }
 
+// A larger block is new memory, whose zero bytes cost nothing until they are used; a block that
+// grew in place would have to be filled with them.
 bool resize(REALobject block, int32_t size) {
   BlockData& data = data_of(block);
   if (size < 0) return false;
   // One byte more than asked for, so that a block of no bytes has an address.
-  auto* const bytes = static_cast<uint8_t*>(data.bytes ? std::realloc(data.bytes, size_t(size) + 1)
-                                                       : std::calloc(size_t(size) + 1, 1));
+  auto* const bytes = static_cast<uint8_t*>(std::calloc(size_t(size) + 1, 1));
   if (!bytes) return false;
-  if (data.bytes && size > data.size) std::memset(bytes + data.size, 0, size_t(size - data.size));
+  if (data.bytes) std::memcpy(bytes, data.bytes, size_t(std::min(size, data.size)));
+  std::free(data.bytes);
   data.bytes = bytes;
   data.size = size;
   return true;
 }
 
 void construct(REALobject block, int32_t size) {
-  if (size < 0) return raise_exception("OutOfBoundsException", "a memory block's size is negative");
+  if (size < 0)
+    return raise_exception("OutOfBoundsException",
+                           "a memory block's size is negative; give 0 or more");
   if (!resize(block, size)) {
     raise_exception("OutOfMemoryException",
                     "there is no memory for a block of " + std::to_string(size) + " bytes");
@@ -100,6 +104,14 @@ using Double = Number<double, double>;
 bool get_boolean(REALobject block, int32_t offset) { return UInt8::get(block, offset) != 0; }
 void set_boolean(REALobject block, int32_t offset, bool value) { UInt8::set(block, offset, value); }
 
+// Four bytes: the color's 0x00RRGGBB as an integer.
+uint32_t get_color(REALobject block, int32_t offset) {
+  return static_cast<uint32_t>(UInt32::get(block, offset)) & 0xFFFFFF;
+}
+void set_color(REALobject block, int32_t offset, uint32_t color) {
+  UInt32::set(block, offset, int64_t{color});
+}
+
 REALstring get_string(REALobject block, int32_t offset, int32_t length) {
   const uint8_t* const from = place(block, offset, length);
   if (!from) return nullptr;
@@ -153,6 +165,7 @@ MethodEntry g_methods[] = {
     KRZ_ASSIGNABLE(Int64::get, Int64::set, "UInt64Value(offset as integer) as int64"),
     KRZ_ASSIGNABLE(Single::get, Single::set, "SingleValue(offset as integer) as single"),
     KRZ_ASSIGNABLE(Double::get, Double::set, "DoubleValue(offset as integer) as double"),
+    KRZ_ASSIGNABLE(get_color, set_color, "ColorValue(offset as integer) as color"),
     KRZ_ASSIGNABLE(get_string, set_string,
                    "StringValue(offset as integer, length as integer) as string"),
     KRZ_ASSIGNABLE(get_c_string, set_c_string, "CString(offset as integer) as string"),

@@ -1,7 +1,6 @@
 // Functions on numbers. Angles are in radians.
 #include <algorithm>
 #include <cmath>
-#include <ctime>
 
 #include "library/parts.h"
 #include "registry/tables.h"
@@ -36,22 +35,6 @@ double logarithm(double x) { return std::log(x); }
 double exponential(double x) { return std::exp(x); }
 int32_t sign(double x) { return (x > 0) - (x < 0); }
 
-// At least 0 and below 1. The sequence differs from run to run.
-double random_number() {
-  static uint64_t state = 0;
-  if (state == 0) {
-    timespec now{};
-    clock_gettime(CLOCK_REALTIME, &now);
-    state = static_cast<uint64_t>(now.tv_sec) * 1'000'000'007u + static_cast<uint64_t>(now.tv_nsec);
-  }
-  state += 0x9E3779B97F4A7C15u;
-  uint64_t mixed = state;
-  mixed = (mixed ^ mixed >> 30) * 0xBF58476D1CE4E5B9u;
-  mixed = (mixed ^ mixed >> 27) * 0x94D049BB133111EBu;
-  mixed ^= mixed >> 31;
-  return static_cast<double>(mixed >> 11) * 0x1p-53;
-}
-
 const FunctionEntry kFunctions[] = {
     KRZ_FUNCTION(absolute_integer, "Abs(x as integer) as integer"),
     KRZ_FUNCTION(absolute, "Abs(x as double) as double"),
@@ -76,7 +59,6 @@ const FunctionEntry kFunctions[] = {
     KRZ_FUNCTION(arc_tangent2, "Atan2(y as double, x as double) as double"),
     KRZ_FUNCTION(logarithm, "Log(x as double) as double"),
     KRZ_FUNCTION(exponential, "Exp(x as double) as double"),
-    KRZ_FUNCTION(random_number, "Rnd as double"),
 };
 
 }  // namespace

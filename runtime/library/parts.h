@@ -16,6 +16,11 @@ void register_encodings(Registry& registry);
 void register_numbers(Registry& registry);
 void register_system(Registry& registry);
 void register_json(Registry& registry);
+void register_dictionary(Registry& registry);
+void register_text_input_stream(Registry& registry);
+void register_text_output_stream(Registry& registry);
+void register_binary_stream(Registry& registry);
+void register_random(Registry& registry);
 
 /// A definition with no members yet.
 inline REALclassDefinition class_without_data(const char* name, const char* superclass = nullptr) {

@@ -1,7 +1,10 @@
-// What scripts see of the process: the clock and the standard streams.
+// What scripts see of the process: the clock, the environment and the standard streams.
+#include <cstdio>
+#include <cstdlib>
 #include <ctime>
 
 #include "library/parts.h"
+#include "object/exceptions.h"
 #include "object/string.h"
 #include "registry/tables.h"
 #include "runtime.h"
@@ -16,6 +19,41 @@ double microseconds() {
   return static_cast<double>(now.tv_sec) * 1e6 + static_cast<double>(now.tv_nsec) / 1e3;
 }
 
+// Sixtieths of a second since the machine started.
+int32_t ticks() { return static_cast<int32_t>(static_cast<int64_t>(microseconds() * 60 / 1e6)); }
+
+REALstring environment_variable(REALstring name) {
+  const char* const value = std::getenv(string_utf8(name).c_str());
+  return make_string(value ? value : "");
+}
+
+REALstring version() { return make_string(KRZ_VERSION); }
+
+// A line of standard input, without its end.
+REALstring input(REALstring prompt) {
+  constexpr size_t kMaxLine = size_t{64} << 20;
+  Runtime& runtime = Runtime::current();
+  runtime.write_output(string_utf8(prompt));
+  runtime.flush_output();
+  std::string line;
+  for (int c = std::getc(stdin); c != EOF && c != '\n'; c = std::getc(stdin)) {
+    if (line.size() == kMaxLine) {
+      raise_exception("OutOfMemoryException",
+                      "a line of standard input is longer than 64 MiB; read it from a file");
+      return nullptr;
+    }
+    line.push_back(static_cast<char>(c));
+  }
+  if (line.ends_with('\r')) line.pop_back();
+  return make_string(line);
+}
+
+bool end_of_input() {
+  const int next = std::getc(stdin);
+  if (next != EOF) std::ungetc(next, stdin);
+  return next == EOF;
+}
+
 void write_output(REALstring text) { Runtime::current().write_output(string_utf8(text)); }
 void write_error(REALstring text) { Runtime::current().write_error(string_utf8(text)); }
 void write_output_line(REALstring text) {
@@ -23,6 +61,11 @@ void write_output_line(REALstring text) {
 }
 void write_error_line(REALstring text) { Runtime::current().write_error(string_utf8(text) + "\n"); }
 void flush_output() { Runtime::current().flush_output(); }
+
+MethodEntry g_system_methods[] = {
+    KRZ_SHARED(environment_variable, "EnvironmentVariable(name as string) as string"),
+    KRZ_SHARED(version, "Version as string"),
+};
 
 MethodEntry g_output_methods[] = {
     KRZ_SHARED(write_output, "Write(text as string)"),
@@ -37,14 +80,21 @@ MethodEntry g_error_methods[] = {
 
 const FunctionEntry kFunctions[] = {
     KRZ_FUNCTION(microseconds, "Microseconds as double"),
+    KRZ_FUNCTION(ticks, "Ticks as integer"),
+    KRZ_FUNCTION(input, "Input(prompt as string = \"\") as string"),
+    KRZ_FUNCTION(end_of_input, "EndOfInput as boolean"),
 };
 
+REALclassDefinition g_system_class;
 REALclassDefinition g_output_class;
 REALclassDefinition g_error_class;
 
 }  // namespace
 
 void register_system(Registry& registry) {
+  g_system_class = class_without_data("System");
+  set_shared_methods(g_system_class, g_system_methods);
+  registry.register_class(g_system_class);
   g_output_class = class_without_data("StdOut");
   set_shared_methods(g_output_class, g_output_methods);
   registry.register_class(g_output_class);

@@ -91,7 +91,8 @@ TEST_F(LibraryObjectTest, MemoryBlocksHoldTextsAndKeepTheirBounds) {
   EXPECT_EQ(call(block, "Int32Value", {8}).text(), "0") << "what is added is zero";
   EXPECT_EQ(property(block, "Size"), "12");
   set_property(size, block, integer_slot(-1));
-  EXPECT_EQ(take_message(), "OutOfBoundsException: a memory block's size is negative");
+  EXPECT_EQ(take_message(),
+            "OutOfBoundsException: a memory block's size is negative; give 0 or more");
   unlock_object(block);
 }
 

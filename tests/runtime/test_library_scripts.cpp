@@ -1,0 +1,80 @@
+// Runs the scripts of tests/scripts/library and the examples of the library's manual, each in an
+// empty folder of its own.
+#include <gtest/gtest.h>
+#include <stdlib.h>
+
+#include "registry/names.h"
+#include "scripts/script_runner.h"
+
+namespace krz::test {
+namespace {
+
+/// The current folder while it lives; deleted with all that scripts leave in it.
+class ScratchFolder {
+ public:
+  ScratchFolder() : before_(std::filesystem::current_path()) {
+    std::string path = std::filesystem::temp_directory_path() / "krz-library-XXXXXX";
+    path_ = ::mkdtemp(path.data());
+    std::filesystem::current_path(path_);
+  }
+  ~ScratchFolder() {
+    std::filesystem::current_path(before_);
+    std::filesystem::remove_all(path_);
+  }
+
+ private:
+  std::filesystem::path before_;
+  std::filesystem::path path_;
+};
+
+class LibraryScript : public testing::TestWithParam<std::string> {};
+
+TEST_P(LibraryScript, DoesWhatItsCommentsSay) {
+  const ScratchFolder folder;
+  EXPECT_EQ(check_script(GetParam(), {}, [](Runtime&) {}), "");
+}
+
+std::string test_name(const testing::TestParamInfo<std::string>& info) {
+  return std::filesystem::path(info.param).stem().string();
+}
+
+INSTANTIATE_TEST_SUITE_P(Scripts, LibraryScript,
+                         testing::ValuesIn(scripts_below(KRZ_SOURCE_DIR "/tests/scripts/library")),
+                         test_name);
+
+TEST(LibraryManual, ItsExamplesDoWhatTheySay) {
+  const std::string manual = read_file(KRZ_SOURCE_DIR "/docs/library.md");
+  const std::string opening = "```basic\n";
+  int examples = 0;
+  for (size_t begin = manual.find(opening); begin != std::string::npos;
+       begin = manual.find(opening, begin)) {
+    begin += opening.size();
+    const std::string example = manual.substr(begin, manual.find("```", begin) - begin);
+    SCOPED_TRACE(example);
+    const ScratchFolder folder;
+    EXPECT_EQ(check_source(example, "manual.bas", {}, [](Runtime&) {}), "");
+    ++examples;
+  }
+  EXPECT_GT(examples, 10);
+}
+
+TEST(LibraryManual, NamesEveryClassAndFunctionAndMember) {
+  const std::string manual = read_file(KRZ_SOURCE_DIR "/docs/library.md");
+  const auto is_named = [&manual](const std::string& name) {
+    for (size_t at = manual.find(name); at != std::string::npos; at = manual.find(name, at + 1)) {
+      const bool begins = at == 0 || !is_name_character(manual[at - 1]);
+      if (begins && !is_name_character(manual[at + name.size()])) return true;
+    }
+    return false;
+  };
+  Runtime runtime({});
+  for (const std::string& name : runtime.registry().names()) EXPECT_TRUE(is_named(name)) << name;
+  for (const ClassInfo* info : runtime.registry().classes()) {
+    for (const std::string& member : info->member_names()) {
+      EXPECT_TRUE(member == "Constructor" || is_named(member)) << info->name() << "." << member;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace krz::test
