@@ -1,8 +1,8 @@
 #include "demo/demo_movie.h"
 
+#include <algorithm>
 #include <array>
-#include <cmath>
-#include <numbers>
+#include <cstdlib>
 
 #include "file/movie_builder.h"
 
@@ -39,18 +39,22 @@ Bytes pictures() {
 }
 
 /// One tone a second up a major scale, softly begun and ended, as 16-bit big-endian frames.
+/// Triangle waves in whole numbers, so that the bytes are the same on every machine.
 Bytes tones() {
-  constexpr std::array<int, kSoundSeconds> kSteps = {0, 2, 4, 5, 7, 9, 11, 12, 14, 16};
+  constexpr std::array<int, kSoundSeconds> kHertz = {262, 294, 330, 349, 392,
+                                                     440, 494, 523, 587, 659};
+  constexpr int kRate = kSoundRate;
+  constexpr int kFade = kRate / 10;
+  constexpr int kLoudest = 8000;
   Bytes bytes;
   bytes.reserve(size_t{kSoundSeconds} * kSoundRate * 2);
-  for (const int step : kSteps) {
-    const double frequency = 261.63 * std::pow(2.0, step / 12.0);
-    for (uint32_t frame = 0; frame < kSoundRate; ++frame) {
-      const double second = static_cast<double>(frame) / kSoundRate;
-      const double level = 8000 * std::sin(std::numbers::pi * second);
-      const auto value = static_cast<int16_t>(
-          std::lround(level * std::sin(2 * std::numbers::pi * frequency * second)));
-      bytes.push_back(static_cast<uint8_t>(static_cast<uint16_t>(value) >> 8));
+  for (const int hertz : kHertz) {
+    for (int frame = 0; frame < kRate; ++frame) {
+      const int phase = hertz * frame % kRate;                   // of one wave, 0 up to kRate
+      const int wave = std::abs(2 * phase - kRate) * 2 - kRate;  // -kRate to kRate
+      const int fade = std::min({frame, kRate - frame, kFade});  // 0 to kFade
+      const int value = wave * kLoudest / kRate * fade / kFade;
+      bytes.push_back(static_cast<uint8_t>(static_cast<uint32_t>(value) >> 8));
       bytes.push_back(static_cast<uint8_t>(value));
     }
   }

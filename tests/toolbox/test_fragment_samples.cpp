@@ -309,8 +309,8 @@ TEST(FragmentSamples, HostileRunsAreRefusedWithoutCost) {
       {fragment_bytes(1, {part_of_track(1, {.sample_count = 60'000'000}),
                           part_of_track(2, {.sample_count = 60'000'000})}),
        memFullErr, "more than 100000000 samples"},
-      {fragment_bytes(1, {no_sizes}), memFullErr, "more than 128 MiB"},
-      {fragment_bytes(1, {sync_at_the_end}), memFullErr, "more than 128 MiB"},
+      {fragment_bytes(1, {no_sizes}), memFullErr, "more than 12 MiB"},
+      {fragment_bytes(1, {sync_at_the_end}), memFullErr, "more than 12 MiB"},
       {unknown_version, featureUnsupported, "version 9"},
   };
   for (const auto& each : cases) {
