@@ -21,6 +21,7 @@ for target in atoms:movie movie:movie declaration:declaration script:script; do
   mkdir -p "$corpus" "$finds"
   folders=("$corpus" "$here/seeds/$seeds")
   [ -d "$here/finds/$seeds" ] && folders+=("$here/finds/$seeds")
+  [ "$seeds" = script ] && folders+=("$here/../tests/scripts/language")
   if [ "$seeds" = movie ]; then
     "$build/bin/fuzz_seeds" "$work/fuzz_seeds" || exit 1
     folders+=("$work/fuzz_seeds")
