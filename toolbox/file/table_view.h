@@ -9,9 +9,9 @@
 
 namespace toolbox {
 
-/// Rows of `row_size` bytes each, read in windows of about 256 KiB that are reused from call to
-/// call. Walking a table in order costs one read a window and no memory beyond it; a table that
-/// fits a window is read once.
+/// Rows of `row_size` bytes each, read in windows of up to 256 KiB that are reused from call to
+/// call. Walking a table in order costs one read a window and no memory beyond it; a jump into a
+/// large table reads a few rows, and a small table is read once.
 class TableView {
  public:
   TableView() = default;

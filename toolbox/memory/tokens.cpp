@@ -37,7 +37,7 @@ class Table {
         slot.generation == kLastGeneration ? 1 : static_cast<uint16_t>(slot.generation + 1);
     slot.object = object;
     slot.kind = kind;
-    ++live_;
+    if (kind != Kind::kFoundation) ++live_;
     return uint32_t{slot.generation} << kSlotBits | index;
   }
 
@@ -49,10 +49,10 @@ class Table {
   void remove(Token token) {
     const uint32_t index = token % kSlotCount;
     if (live_slot(token) == nullptr) return;
+    if (slots_[index].kind != Kind::kFoundation) --live_;
     slots_[index].object = nullptr;
     slots_[index].kind = Kind::kNone;
     resting_.push_back(index);
-    --live_;
   }
 
   uint32_t live() const { return live_; }
