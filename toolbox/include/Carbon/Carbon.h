@@ -2,6 +2,7 @@
 #ifndef KRZ_CARBON_CARBON_H
 #define KRZ_CARBON_CARBON_H
 
+#include <Carbon/Aliases.h>
 #include <Carbon/Files.h>
 #include <Carbon/MacErrors.h>
 #include <Carbon/MacMemory.h>

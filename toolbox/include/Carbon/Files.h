@@ -26,6 +26,16 @@ typedef struct HFSUniStr255 {
   UniChar unicode[255];
 } HFSUniStr255;
 
+enum {
+  kSystemDiskDomain = -32767, /* whatever the system was started from */
+  kFrameworksFolderType = 0x6672616D /* 'fram' */
+};
+
+/* The record of a folder. Known is the folder of our framework bundles, in every domain; the
+   environment variable KRZ_FRAMEWORKS may name another in its place. Nothing is ever created.
+   Fails: fnfErr when there is no such folder, paramErr for no record. */
+OSErr FSFindFolder(SInt16 domain, OSType folderType, Boolean createFolder, FSRef* ref);
+
 #ifdef __cplusplus
 }
 #endif

@@ -4,11 +4,14 @@
 
 enum {
   noErr = 0,
+  dskFulErr = -34,        /* no room on the disk */
   nsvErr = -35,           /* unknown volume */
   ioErr = -36,            /* a read or write failed */
   bdNamErr = -37,         /* bad file name */
   eofErr = -39,           /* data beyond the end of a file */
   fnfErr = -43,           /* file not found */
+  fBsyErr = -47,          /* in use by somebody else, or changed underneath */
+  dupFNErr = -48,         /* there is such a file already */
   paramErr = -50,         /* bad argument */
   permErr = -54,          /* the file cannot be opened that way */
   wrPermErr = -61,        /* read-only */
@@ -75,7 +78,15 @@ enum {
   badDataRefIndex = -2050,
   noDefaultDataRef = -2051,
   couldNotUseAnExistingSample = -2052,
-  featureUnsupported = -2053
+  featureUnsupported = -2053,
+  kQTMetaDataInvalidMetaDataErr = -2173, /* a nil container, or one that is gone */
+  kQTMetaDataInvalidItemErr = -2174,
+  kQTMetaDataInvalidStorageFormatErr = -2175,
+  kQTMetaDataInvalidKeyFormatErr = -2176,
+  kQTMetaDataNoMoreItemsErr = -2177,
+  kQTPropertyBadValueSizeErr = -2183,
+  kQTPropertyNotSupportedErr = -2184,
+  kQTPropertyReadOnlyErr = -2187
 };
 
 /* Results of handler calls, which are 32 bits wide. */

@@ -27,6 +27,7 @@ typedef SInt32 Fixed; /* 16.16 */
 typedef SInt32 Fract; /* 2.30 */
 typedef UInt8 Style;
 typedef UInt16 UniChar;
+typedef UInt32 ItemCount;
 typedef size_t ByteCount;
 
 typedef char* Ptr;

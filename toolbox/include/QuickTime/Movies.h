@@ -25,6 +25,16 @@ typedef ComponentInstance MediaHandler;
 typedef SInt32 TimeValue; /* in some time scale, which the call names */
 typedef SInt32 TimeScale; /* units a second */
 
+/* A time in a scale of its own. Only the movie toolbox's clocks know time bases. */
+typedef struct TimeRecord {
+  struct {
+    UInt32 lo;
+    SInt32 hi;
+  } value; /* 64 bits in two halves */
+  TimeScale scale;
+  struct TimeBaseRecord* base;
+} TimeRecord;
+
 /* Row vectors: x' = x*m[0][0] + y*m[1][0] + m[2][0], and so on. The third column is 2.30, the
  * others are 16.16. */
 typedef struct MatrixRecord {
@@ -109,6 +119,121 @@ UInt32 GetTrackModificationTime(Track track);
 /* Fills all nine entries; a bad track leaves the record. */
 void GetTrackMatrix(Track track, MatrixRecord* matrix);
 
+/* Changes of a track. All live in the movie in memory, are kept by the next save, and set the track's
+   modification time. A bad track sets invalidTrack. */
+
+/* Any 8.8 value; negative is muted. */
+void SetTrackVolume(Track track, SInt16 volume);
+void SetTrackEnabled(Track track, Boolean isEnabled);
+void SetTrackDimensions(Track track, Fixed width, Fixed height);
+void SetTrackLayer(Track track, SInt16 layer);
+
+/* nil is the identity. */
+void SetTrackMatrix(Track track, const MatrixRecord* matrix);
+
+/* Movie time scale: the length of the empty time in front. Fails: invalidTime for a negative one. */
+void SetTrackOffset(Track track, TimeValue offset);
+
+/* Edits of segments. Times are in the movie's time scale, for an insertion those of the source in its
+   own. Media data is never touched. A segment that reaches beyond the end ends there; what is
+   inserted beyond the end comes behind empty time.
+   A segment that goes to a track of another media, perhaps of another movie, brings the samples that
+   it shows: the tables of that media get them, with a reference to the file that they lie in. Copied
+   into the movie are samples that the other movie has not saved yet, all samples for a media between
+   BeginMediaEdits and EndMediaEdits, and all of other movies after ToolboxSetMovieCopiesSamples.
+   InsertMovieSegment into another movie makes the tracks that are missing there.
+   Fail: invalidTrack, invalidMovie, invalidTime, invalidDuration; no track shows anything else then.
+   InsertEmpty... at the end: invalidTime. InsertTrackSegment of tracks of different media types:
+   mediaTypesDontMatch; of different media also as reading its tables, featureUnsupported, memFullErr,
+   couldNotResolveDataRef, fBsyErr (the other movie's file was replaced). */
+OSErr ScaleTrackSegment(Track track, TimeValue startTime, TimeValue oldDuration,
+                        TimeValue newDuration);
+OSErr InsertTrackSegment(Track srcTrack, Track dstTrack, TimeValue srcIn, TimeValue srcDuration,
+                         TimeValue dstIn);
+OSErr InsertEmptyTrackSegment(Track track, TimeValue dstIn, TimeValue dstDuration);
+OSErr DeleteTrackSegment(Track track, TimeValue startTime, TimeValue duration);
+OSErr ScaleMovieSegment(Movie movie, TimeValue startTime, TimeValue oldDuration,
+                        TimeValue newDuration);
+OSErr InsertMovieSegment(Movie srcMovie, Movie dstMovie, TimeValue srcIn, TimeValue srcDuration,
+                         TimeValue dstIn);
+OSErr InsertEmptyMovieSegment(Movie dstMovie, TimeValue dstIn, TimeValue dstDuration);
+OSErr DeleteMovieSegment(Movie movie, TimeValue startTime, TimeValue duration);
+
+/* Flags of AddClonedTrackToMovie. */
+enum { kQTCloneShareSamples = 1, kQTCloneDontCopyEdits = 2 };
+
+/* Adds a copy of a track to its own movie that shares its samples, behind the last track.
+   Fails: invalidTrack, invalidMovie, paramErr for another movie or without kQTCloneShareSamples;
+   `*newTrack` is then nil. */
+OSErr AddClonedTrackToMovie(Track srcTrack, Movie dstMovie, SInt32 flags, Track* newTrack);
+
+/* Takes a track and its media out of its movie; references of other tracks to it go as well. */
+void DisposeMovieTrack(Track track);
+
+/* Takes the media out of its track, which then shows nothing. */
+void DisposeTrackMedia(Media media);
+
+enum { kTrackReferenceChapterList = 0x63686170 /* 'chap' */ };
+
+/* References of a track to others of its movie, by type, counted from 1. Entries that name no track
+   are not counted and not found.
+   Fail: invalidTrack; Add: trackNotInMovie; Delete: badTrackIndex. GetTrackReference answers nil for
+   what is not there, which is no error. `addedIndex` may be null. */
+OSErr AddTrackReference(Track track, Track refTrack, OSType refType, SInt32* addedIndex);
+OSErr DeleteTrackReference(Track track, OSType refType, SInt32 index);
+Track GetTrackReference(Track track, OSType refType, SInt32 index);
+SInt32 GetTrackReferenceCount(Track track, OSType refType);
+
+/* The type that comes behind `refType` in the track, the first for 0; 0 when there is none. */
+OSType GetNextTrackReferenceType(Track track, OSType refType);
+
+/* Classes and IDs of properties. */
+enum {
+  kQTPropertyClass_Audio = 0x61756469,                              /* 'audi' */
+  kQTAudioPropertyID_RateChangesPreservePitch = 0x61756370,         /* 'aucp', one byte */
+  kQTAudioPropertyID_Pitch = 0x70697463,                            /* 'pitc', float32, cents */
+  kQTAudioPropertyID_SummaryChannelLayout = 0x636C6179,             /* 'clay' */
+  kQTAudioPropertyID_TrackChannelLayout = 0x746C6179                /* 'tlay' */
+};
+
+/* Properties. Rate changes and pitch live as long as the movie is open; the channel layout of a track
+   is kept by the next save. Layouts are AudioChannelLayout records of 12 + 20 * n bytes. Outputs may
+   be null.
+   Fail: invalidMovie, invalidTrack; kQTPropertyNotSupportedErr (no such property, no sound),
+   kQTPropertyBadValueSizeErr, kQTPropertyReadOnlyErr, paramErr for no buffer. */
+OSStatus QTGetMoviePropertyInfo(Movie movie, OSType propertyClass, OSType propertyID,
+                                OSType* propertyType, ByteCount* size, UInt32* flags);
+OSStatus QTGetMovieProperty(Movie movie, OSType propertyClass, OSType propertyID, ByteCount size,
+                            void* value, ByteCount* used);
+OSStatus QTSetMovieProperty(Movie movie, OSType propertyClass, OSType propertyID, ByteCount size,
+                            const void* value);
+OSStatus QTGetTrackPropertyInfo(Track track, OSType propertyClass, OSType propertyID,
+                                OSType* propertyType, ByteCount* size, UInt32* flags);
+OSStatus QTGetTrackProperty(Track track, OSType propertyClass, OSType propertyID, ByteCount size,
+                            void* value, ByteCount* used);
+OSStatus QTSetTrackProperty(Track track, OSType propertyClass, OSType propertyID, ByteCount size,
+                            const void* value);
+
+/* The projection that takes each corner of `source` to its partner in `dest`; corners in the order
+   top left, top right, bottom right, bottom left. Leaves the current error.
+   Fails: paramErr for a source without an area; `matrix` is then a move by the first corner. */
+OSErr QuadToQuadMatrix(const FixedPoint source[4], const FixedPoint dest[4], MatrixRecord* matrix);
+
+/* A whole number in 16.16; one that does not fit becomes the nearest that does. */
+Fixed Long2Fix(SInt32 value);
+
+/* The nearest whole number, halves away from zero, and a quotient in 16.16; both leave the current
+   error. A quotient that does not fit, or by 0, is the largest number of its sign. */
+SInt32 Fix2Long(Fixed value);
+Fixed FixRatio(SInt16 numerator, SInt16 denominator);
+
+/* Adds a move to a matrix, 16.16. */
+void TranslateMatrix(MatrixRecord* matrix, Fixed deltaX, Fixed deltaY);
+
+/* The same time in another scale, to the nearest unit, halves up. Without a scale above 0 on both
+   sides the record stays. */
+void ConvertTimeScale(TimeRecord* time, TimeScale newScale);
+
 /* Movie time to media time through the edits: -1 inside an empty edit, before the start, at or
    after the end, and for a bad track (which alone sets an error, invalidTrack). */
 TimeValue TrackTimeToMediaTime(TimeValue value, Track track);
@@ -120,6 +245,26 @@ TimeValue TrackTimeToMediaTime(TimeValue value, Track track);
 void GetTrackNextInterestingTime(Track track, SInt16 interestingTimeFlags, TimeValue time,
                                  Fixed rate, TimeValue* interestingTime,
                                  TimeValue* interestingDuration);
+
+/* Puts a new track behind the last one: enabled, of identity matrix, without media and edits.
+   `width`, `height`: 16.16; `trackVolume`: 8.8, 0 for none. Fails: nil with invalidMovie,
+   memFullErr. */
+Track NewMovieTrack(Movie movie, Fixed width, Fixed height, SInt16 trackVolume);
+
+/* Gives a track its media, still without samples. `dataRef`: the data of a data reference of type
+   `dataRefType` to the file of the samples, which is copied; nil for the movie's own file. Fails:
+   nil with invalidTrack (also for a track that has media), paramErr for a time scale of 0 or less,
+   cantFindHandler for type 0, invalidDataRef. */
+Media NewTrackMedia(Track track, OSType mediaType, TimeScale timeScale, Handle dataRef,
+                    OSType dataRefType);
+
+/* Puts a span of the track's media into the track, at normal speed for a `rate` of 1.0 (16.16).
+   `trackStart`: movie time, or -1 for the end of the track; later edits move, empty time fills a
+   gap. `mediaTime`, `mediaDuration`: media time. A duration of 0 changes nothing.
+   Fails: invalidTrack, invalidMedia for a track without media, paramErr for a rate of 0 or less,
+   invalidTime, invalidDuration (negative, or reaching beyond the end of the media). */
+OSErr InsertMediaIntoTrack(Track track, TimeValue trackStart, TimeValue mediaTime,
+                           TimeValue mediaDuration, Fixed mediaRate);
 
 /* The media's handler, one a media and stable. Fails: nil with invalidMedia. */
 MediaHandler GetMediaHandler(Media media);
@@ -144,8 +289,68 @@ SInt32 GetMediaSampleCount(Media media);
 SInt32 GetMediaSampleDescriptionCount(Media media);
 void GetMediaSampleDescription(Media media, SInt32 index, Handle descH);
 
+/* Flag of a sample: it cannot be shown without others. */
+enum { mediaSampleNotSync = 1 };
+
+/* Reads the sample shown at a media time, and those behind it that are alike in description,
+   duration, size and sync. `dataOut` is resized to their bytes, one sample behind the other;
+   `descriptionH` to the description. `maxSizeToGrow` 0: no limit. `time`, `sampleTime` and
+   `durationPerSample`: media time. `maxNumberOfSamples` 0: one sample, but of sound whose samples
+   have one size the rest of the chunk. Any output may be null.
+   Fails: timeNotInMedia (count and size are then 0), maxSizeToGrowTooSmall (the size is set),
+   paramErr for negative limits, invalidSampleDescIndex when a description is wanted that is
+   missing, endOfDataReached, couldNotResolveDataRef, invalidSampleTable, ioErr, memFullErr,
+   invalidMedia. */
+OSErr GetMediaSample(Media media, Handle dataOut, SInt32 maxSizeToGrow, SInt32* size,
+                     TimeValue time, TimeValue* sampleTime, TimeValue* durationPerSample,
+                     Handle descriptionH, SInt32* descriptionIndex, SInt32 maxNumberOfSamples,
+                     SInt32* numberOfSamples, SInt16* sampleFlags);
+
+/* Lets samples be added to a media, and ends it. New data waits for the next save.
+   Fails: dataAlreadyOpenForWrite, wrPermErr when the movie's file may not be written,
+   couldNotResolveDataRef when all of the media's data is in other files, invalidMedia. Ending what
+   was not begun is no error. */
+OSErr BeginMediaEdits(Media media);
+OSErr EndMediaEdits(Media media);
+
+/* Puts `numberOfSamples` samples of one size behind the last one of the media: together they are
+   the `size` bytes of `dataIn` from `offset` on. The track does not change. `durationPerSample`:
+   media time. `descriptionH`: the whole description, big-endian; a timecode description may be in
+   the machine's own order. An equal one of the media is used, else it is added, in any case for
+   data in the movie's own file. `sampleTime`: where the first of them begins; may be null.
+   Fails: dataNotOpenForWrite outside of edits, paramErr for bytes that the handle does not have or
+   that cannot be divided, invalidDuration, invalidSampleDescription, memFullErr, dskFulErr, ioErr,
+   invalidMedia; nothing is added then. */
+OSErr AddMediaSample(Media media, Handle dataIn, SInt32 offset, UInt32 size,
+                     TimeValue durationPerSample, Handle descriptionH, SInt32 numberOfSamples,
+                     SInt16 sampleFlags, TimeValue* sampleTime);
+
+/* Language of a media: a classic code below 0x400, 0x7FFF for none, else three packed letters.
+   Fail: 0 or nothing with invalidMedia. */
+SInt16 GetMediaLanguage(Media media);
+void SetMediaLanguage(Media media, SInt16 language);
+
 /* Files that hold the media's data. Fails: invalidMedia. */
 OSErr GetMediaDataRefCount(Media media, SInt16* count);
+
+enum { dataRefSelfReference = 1, dataRefWasNotResolved = 2 };
+
+/* One of them, counted from 1, as a new handle: 'alis' with an alias record, also for the movie's own
+   file whatever the movie holds; 'url ' with a C string. Outputs may be null.
+   Owns:  the caller disposes the handle.
+   Fails: badDataRefIndex, invalidDataRef, invalidMedia, memFullErr. */
+OSErr GetMediaDataRef(Media media, SInt16 index, Handle* dataRef, OSType* dataRefType,
+                      SInt32* dataRefAttributes);
+
+/* Puts a copy in the place of one of them: the offsets of the samples count in that file from then on.
+   Fails: badDataRefIndex, invalidDataRef, invalidMedia. */
+OSErr SetMediaDataRef(Media media, SInt16 index, Handle dataRef, OSType dataRefType);
+
+/* A data reference to a file, as a new handle of type 'alis'. `flags`: 0.
+   Owns:  the caller disposes the handle.
+   Fails: fnfErr, errFSBadFSRef, paramErr, memFullErr. */
+OSErr QTNewDataReferenceFromFSRef(const FSRef* fileRef, UInt32 flags, Handle* outDataRef,
+                                  OSType* outDataRefType);
 
 #ifdef __cplusplus
 }
