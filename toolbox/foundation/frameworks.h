@@ -1,0 +1,16 @@
+// Where the framework bundles are, and one function out of one of them.
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace toolbox {
+
+/// The folder of the framework bundles: the one that the environment variable KRZ_FRAMEWORKS names,
+/// else `krz/Frameworks` beside this library. Nothing when there is no such folder.
+std::optional<std::string> frameworks_folder();
+
+/// A function of a framework, which is loaded for it; null when either is missing.
+void* find_framework_function(const char* framework, const char* name);
+
+}  // namespace toolbox
