@@ -70,13 +70,40 @@ Result<ChunkPlace> ChunkIndex::place_of(uint32_t sample) const {
         const uint64_t chunk = (sample - first_sample) / found.samples_a_chunk;
         return ChunkPlace{static_cast<uint32_t>(found.first_chunk + chunk),
                           static_cast<uint32_t>(first_sample + chunk * found.samples_a_chunk),
-                          found.description};
+                          found.samples_a_chunk,
+                          found.description,
+                          row,
+                          found.first_chunk + found.chunks};
       }
       first_sample += samples;
     }
   }
-  return Status(invalidSampleTable,
-                "the chunks end before sample " + std::to_string(uint64_t{sample} + 1));
+  return ended(sample);
+}
+
+Result<ChunkPlace> ChunkIndex::place_behind(const ChunkPlace& place) const {
+  ChunkPlace next = place;
+  const uint64_t first_sample = uint64_t{place.first_sample} + place.sample_count;
+  if (first_sample > UINT32_MAX) return ended(first_sample);
+  next.first_sample = static_cast<uint32_t>(first_sample);
+  if (uint64_t{place.chunk} + 1 < place.run_end_chunk) {
+    ++next.chunk;
+    return next;
+  }
+  while (++next.run < run_count_) {
+    TRY_ASSIGN(const Run found, run(next.run));
+    if (found.chunks == 0 || found.samples_a_chunk == 0) continue;
+    next.chunk = static_cast<uint32_t>(found.first_chunk);
+    next.sample_count = found.samples_a_chunk;
+    next.description = found.description;
+    next.run_end_chunk = found.first_chunk + found.chunks;
+    return next;
+  }
+  return ended(first_sample);
+}
+
+Status ChunkIndex::ended(uint64_t sample) {
+  return {invalidSampleTable, "the chunks end before sample " + std::to_string(sample + 1)};
 }
 
 }  // namespace toolbox

@@ -12,7 +12,10 @@ namespace toolbox {
 struct ChunkPlace {
   uint32_t chunk = 0;
   uint32_t first_sample = 0;  // of the chunk
+  uint32_t sample_count = 0;  // in the chunk, as the table says: may reach beyond the last sample
   uint32_t description = 0;   // sample description, from 1
+  uint32_t run = 0;           // the row of the table that says so
+  uint64_t run_end_chunk = 0;
 };
 
 /// An index over the table of chunk runs (first chunk from 1, samples a chunk, description). The
@@ -25,6 +28,9 @@ class ChunkIndex {
 
   /// Fails: invalidSampleTable when the chunks end before the sample, and as ByteSource::read.
   Result<ChunkPlace> place_of(uint32_t sample) const;
+
+  /// The next chunk that has samples. Fails: as place_of().
+  Result<ChunkPlace> place_behind(const ChunkPlace& place) const;
 
  private:
   struct Run {
@@ -41,6 +47,7 @@ class ChunkIndex {
   ChunkIndex(const TableView& runs, uint64_t chunk_count)
       : runs_(&runs), chunk_count_(chunk_count) {}
   Result<Run> run(uint32_t row) const;
+  static Status ended(uint64_t sample);
 
   const TableView* runs_;
   uint64_t chunk_count_;

@@ -24,6 +24,9 @@ class EditList {
   EditList() = default;
   explicit EditList(std::vector<Edit> edits) : edits_(std::move(edits)) {}
 
+  /// The list of a track that shows nothing of its media: one empty edit of no duration.
+  static EditList nothing() { return EditList({Edit{}}); }
+
   const std::vector<Edit>& edits() const { return edits_; }
   bool is_implicit() const { return edits_.empty(); }
 

@@ -229,7 +229,7 @@ class FragmentReader {
     KnownTrack* known = part.track;
     if (known == nullptr || known->tables != nullptr || known->is_damaged) return {};
     const Media* media = known->track->media();
-    const AtomIndex stbl = media == nullptr
+    const AtomIndex stbl = media == nullptr || media->atom() == kNoAtom
                                ? kNoAtom
                                : tree_.find_path(media->atom(), {four_cc("minf"), four_cc("stbl")});
     auto tables = std::make_unique<GrowingTables>(samples_.budget_);
@@ -272,7 +272,7 @@ Result<std::unique_ptr<FragmentSamples>> FragmentSamples::read(const Movie& movi
   TRY(FragmentReader(movie, *samples).read_all());
   const std::string name = movie.opened().file->name() + " (samples in fragments)";
   for (auto& [track, each] : samples->tracks_) {
-    TRY_ASSIGN(each.tables, each.growing->finish(name));
+    TRY_ASSIGN(each.tables, each.growing->tables(name));
   }
   return samples;
 }

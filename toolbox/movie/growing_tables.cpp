@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <cstring>
 #include <string>
 
 namespace toolbox {
@@ -22,7 +23,35 @@ void append_numbers(Bytes& rows, uint32_t count, uint32_t number) {
   }
 }
 
+// Bytes that still grow. What was there once stays in its place, save the count of a last run.
+class GrowingBytes : public ByteSource {
+ public:
+  GrowingBytes(const Bytes& bytes, std::string name) : bytes_(&bytes), name_(std::move(name)) {}
+
+  const Bytes& bytes() const { return *bytes_; }
+  uint64_t size() const override { return bytes_->size(); }
+  const std::string& name() const override { return name_; }
+
+  Status read(uint64_t offset, std::span<uint8_t> bytes) const override {
+    if (offset > bytes_->size() || bytes.size() > bytes_->size() - offset) {
+      return {eofErr, name_ + ": rows behind the end of a table were wanted"};
+    }
+    if (!bytes.empty()) std::memcpy(bytes.data(), bytes_->data() + offset, bytes.size());
+    return {};
+  }
+
+ private:
+  const Bytes* bytes_;
+  std::string name_;
+};
+
 }  // namespace
+
+TableBudget TableBudget::for_edits() {
+  TableBudget budget;
+  budget.bytes_earned_ = kMostEditedBytes;
+  return budget;
+}
 
 void TableBudget::earn(uint64_t fragment_bytes) {
   bytes_earned_ = std::min(bytes_earned_ + 2 * std::min(fragment_bytes, kMostBytes), kMostBytes);
@@ -30,9 +59,13 @@ void TableBudget::earn(uint64_t fragment_bytes) {
 
 Status TableBudget::take_bytes(uint64_t bytes) {
   if (bytes > bytes_earned_ - bytes_taken_) {
-    return {memFullErr, "the sample tables of the fragments need more than " +
-                            std::to_string(bytes_earned_ >> 20) +
-                            " MiB, which so few or so many fragments may not have"};
+    const std::string limit = std::to_string(bytes_earned_ >> 20) + " MiB";
+    if (bytes_earned_ == kMostEditedBytes) {
+      return {memFullErr, "the sample tables of a media need more than " + limit +
+                              ", the most that a media may have to which samples are added"};
+    }
+    return {memFullErr, "the sample tables of the fragments need more than " + limit +
+                            ", which so few or so many fragments may not have"};
   }
   bytes_taken_ += bytes;
   return {};
@@ -41,7 +74,7 @@ Status TableBudget::take_bytes(uint64_t bytes) {
 Status TableBudget::take_samples(uint64_t samples) {
   if (samples > samples_left_) {
     return {memFullErr, "there are more than " + std::to_string(kMostSamples) +
-                            " samples, the most that a fragmented movie may have"};
+                            " samples, the most that the tables in memory may have"};
   }
   samples_left_ -= samples;
   return {};
@@ -51,7 +84,15 @@ Status GrowingTables::begin_chunk(uint64_t offset, uint32_t description) {
   TRY(close_chunk());
   chunk_offset_ = offset;
   chunk_description_ = description;
+  is_chunk_open_ = true;
   return {};
+}
+
+bool GrowingTables::has_room_for(uint64_t samples, uint64_t chunks) const {
+  if (samples > TableBudget::kMostSamples || chunks > TableBudget::kMostSamples) return false;
+  // Rows of sizes and sync samples, those of the samples so far if they had none; two new runs.
+  const uint64_t bytes = (samples + sample_count_) * 8 + (chunks + 1) * 20 + 16;
+  return budget_->has(bytes, samples);
 }
 
 Status GrowingTables::append(const EqualSamples& samples) {
@@ -70,26 +111,30 @@ Status GrowingTables::lengthen_last(uint64_t ticks) {
   assert(sample_count_ > 0 && deltas_.count > 0);
   const uint64_t longer = std::min<uint64_t>(ticks, UINT32_MAX - deltas_.value);
   const auto delta = static_cast<uint32_t>(deltas_.value + longer);
-  decode_end_ = advanced(decode_end_, longer);
-  --deltas_.count;
-  return append_run(deltas_, 1, delta);
-}
-
-Status GrowingTables::append_run(RunRows& runs, uint32_t count, uint32_t value) {
-  if (value != runs.value) {
-    TRY(close_run(runs));
-    runs.value = value;
+  if (delta != deltas_.value && deltas_.count == 1) {
+    deltas_.value = delta;
+    store_big_endian(deltas_.rows.data() + deltas_.rows.size() - 4, delta);
+  } else if (delta != deltas_.value) {
+    store_big_endian(deltas_.rows.data() + deltas_.rows.size() - 8, deltas_.count - 1);
+    TRY(begin_run(deltas_, 1, delta));
   }
-  runs.count += count;
+  decode_end_ = advanced(decode_end_, longer);
   return {};
 }
 
-Status GrowingTables::close_run(RunRows& runs) {
-  if (runs.count == 0) return {};
+Status GrowingTables::append_run(RunRows& runs, uint32_t count, uint32_t value) {
+  if (runs.count == 0 || value != runs.value) return begin_run(runs, count, value);
+  runs.count += count;
+  store_big_endian(runs.rows.data() + runs.rows.size() - 8, runs.count);
+  return {};
+}
+
+Status GrowingTables::begin_run(RunRows& runs, uint32_t count, uint32_t value) {
   TRY(budget_->take_bytes(8));
-  append_number(runs.rows, runs.count);
-  append_number(runs.rows, runs.value);
-  runs.count = 0;
+  append_number(runs.rows, count);
+  append_number(runs.rows, value);
+  runs.count = count;
+  runs.value = value;
   return {};
 }
 
@@ -128,6 +173,7 @@ Status GrowingTables::list_sync(uint32_t first_sample, uint32_t count) {
 }
 
 Status GrowingTables::close_chunk() {
+  is_chunk_open_ = false;
   if (chunk_samples_ == 0) return {};
   TRY(budget_->take_bytes(8));
   append_number(chunk_offsets_, chunk_offset_);
@@ -240,28 +286,31 @@ Status GrowingTables::copy_chunks(const SampleTables& tables) {
   return {};
 }
 
-TableView GrowingTables::view(Bytes rows, uint32_t row_size, const std::string& name) {
+TableView GrowingTables::view(const Bytes& rows, uint32_t row_size, const std::string& name) {
   if (rows.empty()) return {};
-  sources_.push_back(std::make_unique<MemorySource>(std::move(rows), name));
-  const ByteRange range = sources_.back()->whole();
-  return {range, row_size, range.size / row_size};
+  const auto is_of_rows = [&](const auto& source) {
+    return &static_cast<const GrowingBytes&>(*source).bytes() == &rows;
+  };
+  auto found = std::find_if(sources_.begin(), sources_.end(), is_of_rows);
+  if (found == sources_.end()) {
+    found = sources_.insert(found, std::make_unique<GrowingBytes>(rows, name));
+  }
+  return {{found->get(), 0, rows.size()}, row_size, rows.size() / row_size};
 }
 
-Result<SampleTables> GrowingTables::finish(const std::string& name) {
+Result<SampleTables> GrowingTables::tables(const std::string& name) {
   TRY(close_chunk());
-  TRY(close_run(deltas_));
-  const bool has_offsets = !offsets_.rows.empty() || offsets_.value != 0;
-  TRY(close_run(offsets_));
+  const bool has_offsets = offsets_.rows.size() > 8 || offsets_.value != 0;
   SampleTables tables;
   tables.times.sample_count = sample_count_;
-  tables.times.deltas = view(std::move(deltas_.rows), 8, name);
-  if (has_offsets) tables.times.offsets = view(std::move(offsets_.rows), 8, name);
+  tables.times.deltas = view(deltas_.rows, 8, name);
+  if (has_offsets) tables.times.offsets = view(offsets_.rows, 8, name);
   tables.has_sync = has_sync_;
-  tables.sync = view(std::move(sync_rows_), 4, name);
+  tables.sync = view(sync_rows_, 4, name);
   tables.sizes.uniform_size = size_rows_.empty() ? uniform_size_ : 0;
-  tables.sizes.rows = view(std::move(size_rows_), 4, name);
-  tables.chunk_runs = view(std::move(chunk_runs_), 12, name);
-  tables.chunk_offsets = view(std::move(chunk_offsets_), 8, name);
+  tables.sizes.rows = view(size_rows_, 4, name);
+  tables.chunk_runs = view(chunk_runs_, 12, name);
+  tables.chunk_offsets = view(chunk_offsets_, 8, name);
   return tables;
 }
 

@@ -5,7 +5,7 @@
 namespace toolbox {
 
 Result<std::unique_ptr<Media>> Media::load(Track& track, const AtomTree& tree, AtomIndex mdia) {
-  std::unique_ptr<Media> media(new Media(track, tree, mdia));
+  std::unique_ptr<Media> media(new Media(track, &tree, mdia));
   TRY_ASSIGN(std::optional<MediaHeaderAtom> header, read_child<MediaHeaderAtom>(tree, mdia));
   if (header) media->header_ = std::move(*header);
   if (media->header_.time_scale == 0) media->header_.time_scale = 600;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cassert>
 
+#include "base/mac_time.h"
+
 namespace toolbox {
 
 int64_t Movie::duration() const {
@@ -30,6 +32,68 @@ Result<const FragmentSamples*> Movie::fragments() const {
   }
   if (fragments_failure_.ok()) return fragments_.get();
   return Status(fragments_failure_.code(), fragments_failure_.message());
+}
+
+MovieHeaderAtom& Movie::change_header() {
+  touch();
+  return header_;
+}
+
+AtomChanges& Movie::change_atoms() {
+  touch();
+  return atom_changes_;
+}
+
+Result<Annotations*> Movie::annotations() {
+  if (!annotations_) {
+    TRY_ASSIGN(annotations_,
+               Annotations::read({opened_.tree, opened_.tree.movie(), atom_changes_}));
+    annotations_->on_change([this] { touch(); });
+  }
+  return annotations_.get();
+}
+
+Status Movie::settle_annotations() const {
+  return annotations_ ? annotations_->write({opened_.tree, opened_.tree.movie(), atom_changes_})
+                      : Status();
+}
+
+void Movie::touch() {
+  modified_ = true;
+  header_changed_ = true;
+  header_.modification_time = current_mac_time();
+}
+
+uint32_t Movie::next_track_id() const {
+  uint32_t highest = highest_track_id_;
+  for (const auto& track : tracks_) highest = std::max(highest, track->id());
+  // The header's own idea of the next ID is often too small, or all ones.
+  if (header_.next_track_id != UINT32_MAX && header_.next_track_id > highest) {
+    return header_.next_track_id;
+  }
+  if (highest < UINT32_MAX - 1) return highest + 1;
+  uint32_t id = 1;
+  while (find_track(id) != nullptr) ++id;
+  return id;
+}
+
+Track& Movie::add_track(std::unique_ptr<Track> track) {
+  assert(&track->movie() == this);
+  if (track->id() == 0) track->change_header().track_id = next_track_id();
+  highest_track_id_ = std::max(highest_track_id_, track->id());
+  MovieHeaderAtom& header = change_header();
+  tracks_.push_back(std::move(track));
+  header.next_track_id = highest_track_id_ < UINT32_MAX - 1 ? highest_track_id_ + 1 : UINT32_MAX;
+  return *tracks_.back();
+}
+
+void Movie::remove_track(Track& track) {
+  highest_track_id_ = std::max(highest_track_id_, track.id());
+  const auto found = std::find_if(tracks_.begin(), tracks_.end(),
+                                  [&](const auto& each) { return each.get() == &track; });
+  assert(found != tracks_.end());
+  tracks_.erase(found);
+  touch();
 }
 
 void Movie::check_invariants() const {

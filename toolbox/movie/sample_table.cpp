@@ -1,5 +1,6 @@
 #include "movie/sample_table.h"
 
+#include <algorithm>
 #include <string>
 
 namespace toolbox {
@@ -41,10 +42,52 @@ Result<int64_t> SampleTable::duration() const {
   return index->duration();
 }
 
-Result<SampleTimes> SampleTable::times(uint32_t sample) const {
+Result<Stretch> SampleTable::stretch_of(uint32_t sample) const {
   TRY(check(sample));
   TRY_ASSIGN(const TimeIndex* index, time_index());
-  TRY_ASSIGN(const Stretch stretch, index->stretch_of(sample));
+  return index->stretch_of(sample);
+}
+
+Result<TimePlace> SampleTable::time_place_of(uint32_t sample) const {
+  TRY(check(sample));
+  if (sample == 0) return TimePlace{};
+  TRY_ASSIGN(const TimeIndex* index, time_index());
+  return index->place_of(sample);
+}
+
+Result<Stretch> SampleTable::take_stretch(TimePlace& place) const {
+  TimeCursor cursor(tables_.times, place);
+  Stretch stretch;
+  if (!cursor.next(stretch)) {
+    TRY(cursor.take_status());
+    return check(place.sample);
+  }
+  place = cursor.place();
+  return stretch;
+}
+
+Result<SyncPlace> SampleTable::sync_from(uint32_t sample) const {
+  if (sample == 0) return sync_at(0, 0);
+  TRY_ASSIGN(const SyncIndex* index, sync_index());
+  return index->place_from(sample);
+}
+
+Result<SyncPlace> SampleTable::sync_behind(const SyncPlace& place) const {
+  if (place.sample == SyncPlace::kNone) return place;
+  return sync_at(place.row + 1, place.sample + 1);
+}
+
+// The table ends where its numbers do not ascend, as the index has it.
+Result<SyncPlace> SampleTable::sync_at(uint32_t row, uint32_t least) const {
+  if (row >= tables_.sync.row_count()) return SyncPlace{row, SyncPlace::kNone};
+  TRY_ASSIGN(const uint8_t* bytes, tables_.sync.row(row));
+  const auto number = load_big_endian<uint32_t>(bytes);
+  if (number <= least || number > sample_count()) return SyncPlace{row, SyncPlace::kNone};
+  return SyncPlace{row, number - 1};
+}
+
+Result<SampleTimes> SampleTable::times(uint32_t sample) const {
+  TRY_ASSIGN(const Stretch stretch, stretch_of(sample));
   return SampleTimes{stretch.decode_of(sample), stretch.display_of(sample), stretch.delta};
 }
 
@@ -92,21 +135,39 @@ Result<uint64_t> SampleTable::bytes_between(uint32_t first, uint32_t end) const 
   return sum;
 }
 
-Result<SampleLocation> SampleTable::location(uint32_t sample) const {
+Result<SampleChunk> SampleTable::chunk_of(uint32_t sample) const {
   TRY(check(sample));
   TRY_ASSIGN(const ChunkIndex* index, chunk_index());
   TRY_ASSIGN(const ChunkPlace place, index->place_of(sample));
+  return chunk_at(place);
+}
+
+Result<SampleChunk> SampleTable::chunk_behind(const SampleChunk& chunk) const {
+  TRY_ASSIGN(const ChunkIndex* index, chunk_index());
+  TRY_ASSIGN(const ChunkPlace place, index->place_behind(chunk.place));
+  TRY(check(place.first_sample));
+  return chunk_at(place);
+}
+
+Result<SampleChunk> SampleTable::chunk_at(const ChunkPlace& place) const {
   TRY_ASSIGN(const uint8_t* row, tables_.chunk_offsets.row(place.chunk));
-  const uint64_t chunk_offset = tables_.chunk_offsets.row_size() == 8
-                                    ? load_big_endian<uint64_t>(row)
-                                    : load_big_endian<uint32_t>(row);
-  TRY_ASSIGN(const uint64_t before, bytes_between(place.first_sample, sample));
+  const uint64_t offset = tables_.chunk_offsets.row_size() == 8 ? load_big_endian<uint64_t>(row)
+                                                                : load_big_endian<uint32_t>(row);
+  const uint32_t count = std::min(place.sample_count, sample_count() - place.first_sample);
+  return SampleChunk{
+      place.chunk, place.first_sample, place.first_sample + count, place.description, offset,
+      place};
+}
+
+Result<SampleLocation> SampleTable::location(uint32_t sample) const {
+  TRY_ASSIGN(const SampleChunk chunk, chunk_of(sample));
+  TRY_ASSIGN(const uint64_t before, bytes_between(chunk.first_sample, sample));
   TRY_ASSIGN(const uint32_t bytes, size(sample));
-  if (chunk_offset > UINT64_MAX - before - bytes) {
+  if (chunk.offset > UINT64_MAX - before - bytes) {
     return Status(invalidSampleTable, "sample " + std::to_string(uint64_t{sample} + 1) +
                                           " lies beyond the end of any file");
   }
-  return SampleLocation{place.chunk, place.description, chunk_offset + before, bytes};
+  return SampleLocation{chunk.chunk, chunk.description, chunk.offset + before, bytes};
 }
 
 Result<std::optional<uint32_t>> SampleTable::sample_at_decode_time(int64_t time) const {

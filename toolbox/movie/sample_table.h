@@ -43,6 +43,16 @@ struct SampleLocation {
   uint32_t size = 0;         // bytes
 };
 
+/// A chunk: samples whose bytes lie one behind the other.
+struct SampleChunk {
+  uint32_t chunk = 0;  // from 0
+  uint32_t first_sample = 0;
+  uint32_t end_sample = 0;
+  uint32_t description = 0;  // from 1, as the table says: may point nowhere
+  uint64_t offset = 0;       // in the file that the description's data reference names
+  ChunkPlace place;          // for chunk_behind()
+};
+
 /// Views over the tables of a media, with an index on each that is made in one pass when first
 /// needed. Samples count from 0. A media time that callers see is display time: decode time plus
 /// display offset. Every call fails as ByteSource::read, and as said.
@@ -70,10 +80,37 @@ class SampleTable {
   Result<SampleTimes> times(uint32_t sample) const;
   Result<bool> is_sync(uint32_t sample) const;
 
+  /// The samples around a sample whose times advance evenly. Fails: as times().
+  Result<Stretch> stretch_of(uint32_t sample) const;
+
+  /// The chunk that a sample lies in. Fails: as location().
+  Result<SampleChunk> chunk_of(uint32_t sample) const;
+
+  // A walk in decode order, which other questions do not disturb. It begins at a sample, which
+  // makes no index for the first one, and goes on from what it was told last.
+
+  /// The next chunk with samples. REQUIRES: the chunk does not hold the last sample. Fails: as
+  /// location().
+  Result<SampleChunk> chunk_behind(const SampleChunk& chunk) const;
+
+  /// Where the stretch that holds a sample begins; and the stretch that begins there, which moves
+  /// the place behind it. Fail: as times().
+  Result<TimePlace> time_place_of(uint32_t sample) const;
+  Result<Stretch> take_stretch(TimePlace& place) const;
+
+  /// The first sync sample that is `sample` or behind it, and the one behind another. REQUIRES:
+  /// there is a sync table.
+  Result<SyncPlace> sync_from(uint32_t sample) const;
+  Result<SyncPlace> sync_behind(const SyncPlace& place) const;
+
   /// Fails: invalidSampleNum, invalidSampleTable when the tables lead nowhere. Adds up the sizes of
   /// the samples before it in its chunk.
   Result<SampleLocation> location(uint32_t sample) const;
   Result<uint32_t> size(uint32_t sample) const;
+
+  /// Bytes of the samples from `first` up to `end`, as the size table states them. Fails: as
+  /// size().
+  Result<uint64_t> bytes_between(uint32_t first, uint32_t end) const;
 
   /// The sample decoded at a media time; nothing outside the media.
   Result<std::optional<uint32_t>> sample_at_decode_time(int64_t time) const;
@@ -90,10 +127,11 @@ class SampleTable {
 
  private:
   Status check(uint32_t sample) const;
+  Result<SampleChunk> chunk_at(const ChunkPlace& place) const;
+  Result<SyncPlace> sync_at(uint32_t row, uint32_t least) const;
   Result<const TimeIndex*> time_index() const;
   Result<const SyncIndex*> sync_index() const;
   Result<const ChunkIndex*> chunk_index() const;
-  Result<uint64_t> bytes_between(uint32_t first, uint32_t end) const;
 
   SampleTables tables_;
   mutable std::optional<TimeIndex> time_index_;

@@ -57,24 +57,38 @@ Result<SyncIndex> SyncIndex::make(const TimeTables& times, const TableView& sync
 }
 
 Result<bool> SyncIndex::contains(uint32_t sample) const {
+  TRY_ASSIGN(const SyncPlace place, place_from(sample));
+  return place.sample == sample;
+}
+
+Result<SyncPlace> SyncIndex::place_from(uint32_t sample) const {
   const auto above =
       std::upper_bound(starts_.begin(), starts_.end(), sample,
                        [](uint32_t s, const BlockStart& start) { return s < start.first_sample; });
-  if (above == starts_.begin()) return false;
-  uint32_t low = above[-1].row;
-  uint32_t high = end_row(static_cast<size_t>(above - starts_.begin()) - 1);
+  uint32_t low = 0;
+  uint32_t high = 0;
+  if (above != starts_.begin()) {
+    low = above[-1].row;
+    high = end_row(static_cast<size_t>(above - starts_.begin()) - 1);
+  }
+  SyncPlace place{high, SyncPlace::kNone};
   while (low < high) {
     const uint32_t middle = low + (high - low) / 2;
     TRY_ASSIGN(const uint8_t* bytes, sync_->row(middle));
     const uint32_t found = load_big_endian<uint32_t>(bytes) - 1;
-    if (found == sample) return true;
+    if (found >= sample) place = {middle, found};
+    if (found == sample) return place;
     if (found < sample) {
       low = middle + 1;
     } else {
       high = middle;
     }
   }
-  return false;
+  if (place.sample == SyncPlace::kNone && place.row < row_count_) {
+    TRY_ASSIGN(const uint8_t* bytes, sync_->row(place.row));
+    place.sample = load_big_endian<uint32_t>(bytes) - 1;
+  }
+  return place;
 }
 
 template <class Search>

@@ -9,6 +9,13 @@
 
 namespace toolbox {
 
+/// A sync sample and its row in the table.
+struct SyncPlace {
+  static constexpr uint32_t kNone = UINT32_MAX;
+  uint32_t row = 0;
+  uint32_t sample = kNone;  // from 0; kNone behind the last
+};
+
 /// An index over a table of sync samples (sample numbers from 1, ascending). What stands behind a
 /// number that does not ascend, or behind one beyond the sample count, is ignored. Made in one pass
 /// over the sync and the time tables.
@@ -19,6 +26,9 @@ class SyncIndex {
 
   /// Whether the sample (from 0) is in the table.
   Result<bool> contains(uint32_t sample) const;
+
+  /// The first sync sample in decode order that is `sample` or behind it.
+  Result<SyncPlace> place_from(uint32_t sample) const;
 
   /// The sync sample displayed next after `after`, and the one displayed last up to and including
   /// `last`.

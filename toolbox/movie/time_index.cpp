@@ -66,18 +66,27 @@ Result<TimeIndex> TimeIndex::make(const TimeTables& tables) {
   return index;
 }
 
-Result<Stretch> TimeIndex::stretch_of(uint32_t sample) const {
+Result<TimePlace> TimeIndex::place_of(uint32_t sample) const {
   assert(sample < tables_->sample_count);
   const auto above =
       std::upper_bound(starts_.begin(), starts_.end(), sample,
                        [](uint32_t s, const TimeCursor::Place& place) { return s < place.sample; });
-  TimeCursor cursor(*tables_, above[-1]);
-  Stretch stretch;
-  while (cursor.next(stretch)) {
-    if (sample <= stretch.last_sample()) return stretch;
+  TimePlace place = above[-1];
+  TimeCursor cursor(*tables_, place);
+  for (Stretch stretch; cursor.next(stretch); place = cursor.place()) {
+    if (sample <= stretch.last_sample()) return place;
   }
   TRY(cursor.take_status());
   return Status(internalQuickTimeError, "the sample time index has lost a sample");
+}
+
+Result<Stretch> TimeIndex::stretch_of(uint32_t sample) const {
+  TRY_ASSIGN(const TimePlace place, place_of(sample));
+  TimeCursor cursor(*tables_, place);
+  Stretch stretch;
+  cursor.next(stretch);
+  TRY(cursor.take_status());
+  return stretch;
 }
 
 Result<std::optional<uint32_t>> TimeIndex::sample_at_decode_time(int64_t time) const {

@@ -25,6 +25,10 @@ class TimeIndex {
   /// The stretch that holds a sample. REQUIRES: sample < the sample count.
   Result<Stretch> stretch_of(uint32_t sample) const;
 
+  /// Where a cursor has to start whose first stretch is the one that holds the sample. REQUIRES: as
+  /// stretch_of().
+  Result<TimePlace> place_of(uint32_t sample) const;
+
   /// The sample being decoded at a media time; of several at one time the last.
   /// Nothing before 0 and from the duration on.
   Result<std::optional<uint32_t>> sample_at_decode_time(int64_t time) const;
