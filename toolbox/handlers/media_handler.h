@@ -1,6 +1,7 @@
 // What serves a media of some type: the base of all handlers.
 #pragma once
 
+#include "handlers/text_handler.h"
 #include "memory/tokens.h"
 
 namespace toolbox {
@@ -15,10 +16,14 @@ class MediaHandler {
   MediaHandler& operator=(const MediaHandler&) = delete;
 
   Media& media() const { return *media_; }
+  /// What was announced for the next text sample; adding it forgets that.
+  NextTextSample& next_text() { return next_text_; }
+
   Token token() { return reference_.token(Kind::kMediaHandler, this); }
 
  private:
   Media* media_;
+  NextTextSample next_text_;
   Reference reference_;
 };
 
