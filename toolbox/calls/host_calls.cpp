@@ -10,16 +10,42 @@ using toolbox::Status;
 
 TOOLBOX_CALL const char* ToolboxVersion() { return KRZ_VERSION; }
 
-TOOLBOX_CALL OSErr ToolboxOpenMovie(const char* path, Movie* movie) {
+namespace {
+
+OSErr open_movie(const char* path, toolbox::FileAccess access, Movie* movie) {
   if (movie != nullptr) *movie = nullptr;
   return guarded([&]() -> Status {
     if (path == nullptr || movie == nullptr)
       return Status(paramErr, "a path and a place for the movie are needed");
-    TRY_ASSIGN(toolbox::OpenedMovie opened, toolbox::open_movie_file(path));
+    TRY_ASSIGN(toolbox::OpenedMovie opened, toolbox::open_movie_file(path, access));
     TRY_ASSIGN(std::unique_ptr<toolbox::Movie> loaded, toolbox::Movie::load(std::move(opened)));
     TRY_ASSIGN(*movie, reference_to(*loaded));
     // Owned by its reference from here on; DisposeMovie ends it.
     static_cast<void>(loaded.release());
+    return {};
+  });
+}
+
+}  // namespace
+
+TOOLBOX_CALL OSErr ToolboxOpenMovie(const char* path, Movie* movie) {
+  return open_movie(path, toolbox::FileAccess::kReading, movie);
+}
+
+TOOLBOX_CALL OSErr ToolboxOpenMovieForWriting(const char* path, Movie* movie) {
+  return open_movie(path, toolbox::FileAccess::kWriting, movie);
+}
+
+TOOLBOX_CALL OSErr ToolboxNewMovie(TimeScale timeScale, Movie* movie) {
+  if (movie != nullptr) *movie = nullptr;
+  return guarded([&]() -> Status {
+    if (timeScale <= 0 || movie == nullptr)
+      return Status(paramErr, "a time scale above 0 and a place for the movie are needed");
+    TRY_ASSIGN(std::unique_ptr<toolbox::Movie> made,
+               toolbox::Movie::create(static_cast<uint32_t>(timeScale)));
+    TRY_ASSIGN(*movie, reference_to(*made));
+    // Owned by its reference from here on; DisposeMovie ends it.
+    static_cast<void>(made.release());
     return {};
   });
 }

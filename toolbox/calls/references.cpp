@@ -36,9 +36,18 @@ Result<Media*> find_media(::Media reference) {
   return find<Media>(Kind::kMedia, reference, invalidMedia, "media");
 }
 
+Result<UserDataList*> find_user_data(::UserData reference) {
+  return find<UserDataList>(Kind::kUserData, reference, paramErr, "user data list");
+}
+Result<MetaData*> find_metadata(::QTMetaDataRef reference) {
+  return find<MetaData>(Kind::kMetaData, reference, kQTMetaDataInvalidMetaDataErr,
+                        "metadata container");
+}
+
 Result<::Movie> reference_to(Movie& movie) { return make<::Movie>(movie); }
 Result<::Track> reference_to(Track& track) { return make<::Track>(track); }
 Result<::Media> reference_to(Media& media) { return make<::Media>(media); }
+Result<::UserData> reference_to(UserDataList& list) { return make<::UserData>(list); }
 Result<::MediaHandler> reference_to(MediaHandler& handler) { return make<::MediaHandler>(handler); }
 
 TimeValue to_time_value(int64_t time) {

@@ -1,0 +1,34 @@
+// The way into the engine for the calls of media handlers, whose results are 32 bits wide.
+#pragma once
+
+#include <QuickTime/QuickTime.h>
+
+#include "calls/guard.h"
+#include "movie/media.h"
+
+namespace toolbox::calls {
+
+/// Runs `body(handler)`, which answers a Status, on the handler behind a reference; answers its
+/// code. Fails: badComponentInstance for a nil or stale reference, badComponentSelector when the
+/// media is not of `type`.
+template <class Body>
+ComponentResult guarded_handler(::MediaHandler reference, FourCC type, Body body) {
+  ComponentResult component_failure = noErr;
+  const OSErr code = guarded([&]() -> Status {
+    auto* const handler = static_cast<MediaHandler*>(
+        tokens::find(Kind::kMediaHandler, reinterpret_cast<uintptr_t>(reference)));
+    if (handler == nullptr) {
+      component_failure = badComponentInstance;
+      return {static_cast<OSErr>(badComponentInstance), "there is no such media handler"};
+    }
+    if (handler->media().type() != type) {
+      component_failure = badComponentSelector;
+      return {static_cast<OSErr>(badComponentSelector),
+              "the media handler does not answer that call: its media is of another type"};
+    }
+    return body(*handler);
+  });
+  return component_failure != noErr ? component_failure : code;
+}
+
+}  // namespace toolbox::calls
