@@ -50,12 +50,13 @@ struct Shield<Function> {
         (::krz::declaration::assignable<decltype(&function), decltype(&setter)>(text)), 0 \
   }
 
-/// A property that the host reads and writes through functions.
-#define PROPERTY(getter, setter, name, type)                                     \
-  {                                                                              \
-    nullptr, name, ::krz::declaration::property_type(&getter, &setter, type), 0, \
-        HOST_FUNCTION(getter), HOST_FUNCTION(setter), 0, {}                      \
+/// A property that the host reads and writes through functions, with property flags for the host.
+#define FLAGGED_PROPERTY(getter, setter, name, type, flags)                          \
+  {                                                                                  \
+    nullptr, name, ::krz::declaration::property_type(&getter, &setter, type), flags, \
+        HOST_FUNCTION(getter), HOST_FUNCTION(setter), 0, {}                          \
   }
+#define PROPERTY(getter, setter, name, type) FLAGGED_PROPERTY(getter, setter, name, type, 0)
 
 /// The value of kDirectField, in a form that needs no start-up code in a table.
 #define DIRECT_ACCESS reinterpret_cast<REALfunction>(~std::uintptr_t{0})

@@ -135,6 +135,26 @@ ConstantEntry metadata_constants[] = {
     CONSTANT(R"(kQTMetaDataItemPropertyID_Locale = "loc ")"),
 };
 
+// clang-format off
+MethodEntry metadata_methods[] = {
+    METHOD(QTMetaDataSetPropertyString, "SetPropertyString(what as string, data as string)"),
+    METHOD(QTMetaDataSetPropertyMemory, "SetPropertyMemory(what as string, data as memoryblock, offset as integer, size as integer)"),
+    METHOD(QTMetaDataGetPropertyString, "GetPropertyString(what as string) as string"),
+    METHOD(QTMetaDataGetPropertyMemory, "GetPropertyMemory(what as string) as memoryblock"),
+    METHOD(QTMetaDataDestructor, "Close"),
+    METHOD(CountItems, "CountItems as integer"),
+    METHOD(FirstItem, "FirstItem as QTMetaDataItemKRZ"),
+    METHOD(NextItem, "NextItem as QTMetaDataItemKRZ"),
+    METHOD(RemoveItem, "RemoveItem(item as QTMetaDataItemKRZ)"),
+    METHOD(rbQTMetaDataRemoveItemsWithKey, "RemoveItemsWithKey(StorageFormat as string, KeyFormat as string, Key as string)"),
+    METHOD(rbQTMetaDataGetItemCountWithKey, "CountItemsWithKey(StorageFormat as string, KeyFormat as string, Key as string) as integer"),
+    METHOD(rbQTMetaDataRemoveItemsWithKeyCode, "RemoveItemsWithKeyCode(StorageFormat as string, KeyCode as string, Key as string)"),
+    METHOD(rbQTMetaDataGetItemCountWithKeyCode, "CountItemsWithKeyCode(StorageFormat as string, KeyCode as string, Key as string) as integer"),
+    METHOD(rbQTMetaDataAddItem, "AddItem(StorageFormat as string, KeyFormat as string, Key as string, Value as String, DataType as integer) as QTMetaDataItemKRZ"),
+    METHOD(rbQTMetaDataAddItemCode, "AddItemCode(StorageFormat as string, KeyFormat as string, KeyCode as string, Value as String, DataType as integer) as QTMetaDataItemKRZ"),
+};
+// clang-format on
+
 }  // namespace
 
 REALclassDefinition QTMetaDataClass = {
@@ -142,8 +162,11 @@ REALclassDefinition QTMetaDataClass = {
     .name = "QTMetaDataKRZ",
     .data_size = sizeof(QTMetaDataClassData),
     .constructor = HOST_FUNCTION(QTMetaDataConstructor),
+    .destructor = HOST_FUNCTION(QTMetaDataDestructor),
     .properties = metadata_properties,
     .property_count = std::size(metadata_properties),
+    .methods = metadata_methods,
+    .method_count = std::size(metadata_methods),
     .constants = metadata_constants,
     .constant_count = std::size(metadata_constants),
     .shared_methods = metadata_shared_methods,

@@ -1,10 +1,14 @@
 // The class "QTChapterDataKRZ": one chapter or caption, as a script describes it.
 #include "text/chapter_data.h"
 
+#include <ApplicationServices/ApplicationServices.h>
+
 #include "host/class_table.h"
+#include "host/encodings.h"
 #include "host/entries.h"
 #include "host/instance_data.h"
 #include "host/registration.h"
+#include "host/strings.h"
 
 namespace krz {
 namespace {
@@ -34,6 +38,22 @@ void ChapterDataDestructor(REALobject object) {
   data.text = nullptr;
 }
 
+REALstring rbGetFontName(REALobject object, intptr_t) {
+  // Where there are no fonts the name stays empty.
+  Str255 name = {};
+  GetFontName(static_cast<SInt16>(chapter_data(object).font_number), name);
+  return BuildPascalString(name, kMacRoman);
+}
+
+void rbSetFontName(REALobject object, intptr_t, REALstring value) {
+  Str255 name = {};
+  PutSystemString(name, value);
+  // A name that no font has gives 0, unless the lookup says otherwise.
+  SInt16 number = 0;
+  GetFNum(name, &number);
+  chapter_data(object).font_number = number;
+}
+
 #define CHAPTER_FIELD(field, name, type) \
   FLAGGED_DIRECT_FIELD(QTChapterDataClassData, field, name, type, kPropertyFlags)
 
@@ -41,6 +61,7 @@ PropertyEntry chapter_properties[] = {
     CHAPTER_FIELD(text, "Text", "String"),
     CHAPTER_FIELD(frame_duration, "FrameDuration", "Integer"),
     CHAPTER_FIELD(font_number, "FontNumber", "Integer"),
+    FLAGGED_PROPERTY(rbGetFontName, rbSetFontName, "FontName", "String", kPropertyFlags),
     CHAPTER_FIELD(font_size, "FontSize", "Integer"),
     CHAPTER_FIELD(bold, "bold", "Boolean"),
     CHAPTER_FIELD(italic, "italic", "Boolean"),

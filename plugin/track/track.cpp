@@ -5,6 +5,9 @@
 #include "host/entries.h"
 #include "host/instance_data.h"
 #include "host/registration.h"
+#include "metadata/metadata.h"
+#include "metadata/user_data.h"
+#include "text/text_track.h"
 
 namespace krz {
 namespace {
@@ -36,26 +39,56 @@ PropertyEntry track_properties[] = {
 
 // clang-format off
 MethodEntry track_methods[] = {
+    METHOD(rbGetMediaSample, "GetMediaSample(byref data as Memoryblock, byref time as integer, byref durationPerSample as integer, byref description as memoryblock, byref sampleDescriptionIndex as integer, maxNumberOfSample as integer, byref numberOfSamples as integer, byref flags as integer) as boolean"),
     METHOD(rbMediaSampleCount, "MediaSampleCount as integer"),
+    METHOD(rbTrackUserData, "UserData as QTUserDataKRZ"),
+    METHOD(rbScaleTrackSegment, "ScaleTrackSegment(startTime as integer, oldDuration as integer, newDuration as integer)"),
+    METHOD(rbInsertTrackSegment, "InsertTrackSegment(dest as QTTrackKRZ, srcIn as integer, srcDuration as integer, dstIn as integer)"),
+    METHOD(rbInsertEmptyTrackSegment, "InsertEmptyTrackSegment(time as integer, Duration as integer)"),
+    METHOD(rbDeleteTrackSegment, "DeleteTrackSegment(time as integer, Duration as integer)"),
+    METHOD(rbSetTextTrackAsChapterTrack, "SetTextTrackAsChapterTrack(type as string, isChapterTrack as boolean)"),
+    METHOD(rbTrackHasAChapterTrack, "HasChapterTrack as boolean"),
+    METHOD(rbIsChapterTrack, "IsChapterTrack as boolean"),
+    METHOD(rbChapterTrackForTrack, "ChapterTrack as QTChapterTrackKRZ"),
     METHOD(rbNextInterestingTime, "NextInterestingTimeKRZ(byref time as integer, byref duration as integer) as boolean"),
     METHOD(rbNextInterestingTimeWithRate, "NextInterestingTimeKRZ(byref time as integer, byref duration as integer, rate as double) as boolean"),
     METHOD(rbTrackDuration, "Duration as integer"),
-    METHOD(rbTrackOffset, "TimeOffset as integer"),
-    METHOD(rbTrackLayer, "Layer as integer"),
+    ASSIGNABLE(rbTrackOffset, rbSetTrackOffset, "TimeOffset as integer"),
+    ASSIGNABLE(rbTrackLayer, rbSetTrackLayer, "Layer as integer"),
+    METHOD(rbAddClonedTrackToMovie, "AddClonedTrackToMovie(dest as movie, flags as integer) as QTTrackKRZ"),
     METHOD(rbTrackCreationTime, "TrackCreationTime as integer"),
     METHOD(rbTrackModificationTime, "TrackModificationTime as integer"),
-    METHOD(rbTrackEnabled, "TrackEnabled as boolean"),
+    ASSIGNABLE(rbTrackEnabled, rbSetTrackEnabled, "TrackEnabled as boolean"),
+    METHOD(rbSetTrackDimensions, "SetTrackDimensions(width as double, height as double)"),
     METHOD(rbTrackID, "TrackID as integer"),
-    METHOD(rbTrackVolume, "TrackVolume as integer"),
-    METHOD(rbTrackWidth, "Width as integer"),
-    METHOD(rbTrackHeight, "Height as integer"),
+    ASSIGNABLE(rbTrackVolume, rbSetTrackVolume, "TrackVolume as integer"),
+    ASSIGNABLE(rbTrackWidth, rbSetTrackVolume, "Width as integer"),
+    ASSIGNABLE(rbTrackHeight, rbSetTrackVolume, "Height as integer"),
     METHOD(rbMediaType, "MediaType as string"),
     METHOD(rbMediaHandlerHandle, "MediaHandlerHandle as integer"),
     METHOD(rbMediaHandle, "MediaHandle as integer"),
     METHOD(rbFileCount, "FileCount as integer"),
+    METHOD(rbFile, "File(index as integer) as folderitem"),
+    METHOD(rbSetFile, "SetFile(index as integer, file as folderitem) as integer"),
     METHOD(rbMediaSampleDescriptionCount, "MediaSampleDescriptionCount as integer"),
+    METHOD(rbMediaVideoSampleDescription, "MediaVideoSampleDescription(index as integer) as QTVideoSampleDescriptionKRZ"),
+    METHOD(rbMediaSoundSampleDescription, "MediaSoundSampleDescription(index as integer) as QTSoundSampleDescriptionKRZ"),
+    METHOD(rbMediaSpriteSampleDescription, "MediaSpriteSampleDescription(index as integer) as QTSpriteSampleDescriptionKRZ"),
+    METHOD(rbMediaTextSampleDescription, "MediaTextSampleDescription(index as integer) as QTTextSampleDescriptionKRZ"),
+    METHOD(rbMediaMusicSampleDescription, "MediaMusicSampleDescription(index as integer) as QTMusicSampleDescriptionKRZ"),
+    METHOD(rbMediaThreeDeeSampleDescription, "MediaThreeDeeSampleDescription(index as integer) as QTThreeDeeSampleDescriptionKRZ"),
+    METHOD(rbMediaFlashSampleDescription, "MediaFlashSampleDescription(index as integer) as QTFlashSampleDescriptionKRZ"),
+    METHOD(rbMediaSampleDescription, "MediaSampleDescription(index as integer) as QTSampleDescriptionKRZ"),
     METHOD(rbMediaSampleDescriptionRaw, "MediaSampleDescriptionRaw(index as integer) as memoryblock"),
+    METHOD(rbSetTrackMatrix, "SetTrackMatrix(x as integer, y as integer, w as integer, h as integer)"),
+    METHOD(rbSetTrackRawMatrix, "SetTrackRawMatrix(matrix00 as integer, matrix01 as integer, matrix02 as integer, matrix10 as integer, matrix11 as integer, matrix12 as integer, matrix20 as integer, matrix21 as integer, matrix22 as integer)"),
     METHOD(rbGetTrackRawMatrix, "GetTrackRawMatrix(byref matrix00 as integer, byref matrix01 as integer, byref matrix02 as integer, byref matrix10 as integer, byref matrix11 as integer, byref matrix12 as integer, byref matrix20 as integer, byref matrix21 as integer, byref matrix22 as integer)"),
+    METHOD(rbQTCopyTrackMetaData, "MetaData as QTMetaDataKRZ"),
+    ASSIGNABLE(rbAudioChannelLayout, rbSetAudioChannelLayout, "AudioChannelLayout as QTAudioChannelLayoutKRZ"),
+    METHOD(rbDisposeTrackMedia, "DisposeTrackMedia"),
+    METHOD(rbDeleteTrackReference, "DeleteTrackReference(type as string, index as integer)"),
+    METHOD(rbBeginMediaEdits, "BeginMediaEdits"),
+    METHOD(rbEndMediaEdits, "EndMediaEdits"),
 };
 // clang-format on
 

@@ -26,6 +26,7 @@ MediaHandler RBGetMediaHandler(REALobject object);
 // track_times.cpp
 int32_t rbTrackDuration(REALobject object);
 int32_t rbTrackOffset(REALobject object);
+void rbSetTrackOffset(REALobject object, int32_t value);
 int32_t rbTrackCreationTime(REALobject object);
 int32_t rbTrackModificationTime(REALobject object);
 bool rbNextInterestingTime(REALobject object, int32_t* time, int32_t* duration);
@@ -34,21 +35,65 @@ bool rbNextInterestingTimeWithRate(REALobject object, int32_t* time, int32_t* du
 
 // track_display.cpp
 int32_t rbTrackVolume(REALobject object);
+void rbSetTrackVolume(REALobject object, int32_t value);
 bool rbTrackEnabled(REALobject object);
+void rbSetTrackEnabled(REALobject object, bool value);
+void rbSetTrackDimensions(REALobject object, double width, double height);
 int32_t rbTrackWidth(REALobject object);
 int32_t rbTrackHeight(REALobject object);
 int32_t rbTrackLayer(REALobject object);
+void rbSetTrackLayer(REALobject object, int32_t value);
+void rbSetTrackMatrix(REALobject object, int32_t x, int32_t y, int32_t w, int32_t h);
+void rbSetTrackRawMatrix(REALobject object, int32_t matrix00, int32_t matrix01, int32_t matrix02,
+                         int32_t matrix10, int32_t matrix11, int32_t matrix12, int32_t matrix20,
+                         int32_t matrix21, int32_t matrix22);
 void rbGetTrackRawMatrix(REALobject object, int32_t* matrix00, int32_t* matrix01, int32_t* matrix02,
                          int32_t* matrix10, int32_t* matrix11, int32_t* matrix12, int32_t* matrix20,
                          int32_t* matrix21, int32_t* matrix22);
 
+// track_segments.cpp
+void rbScaleTrackSegment(REALobject object, int32_t startTime, int32_t oldDuration,
+                         int32_t newDuration);
+void rbInsertTrackSegment(REALobject object, REALobject dest, int32_t srcIn, int32_t srcDuration,
+                          int32_t dstIn);
+void rbInsertEmptyTrackSegment(REALobject object, int32_t time, int32_t duration);
+void rbDeleteTrackSegment(REALobject object, int32_t time, int32_t duration);
+REALobject rbAddClonedTrackToMovie(REALobject object, REALmovieStruct* dest, int32_t flags);
+void rbDeleteTrackReference(REALobject object, REALstring type, int32_t index);
+
+// track_audio.cpp
+REALobject rbAudioChannelLayout(REALobject object);
+void rbSetAudioChannelLayout(REALobject object, REALobject value);
+
 // track_media.cpp
+void rbDisposeTrackMedia(REALobject object);
 REALstring rbMediaType(REALobject object);
 int32_t rbMediaHandle(REALobject object);
 int32_t rbMediaHandlerHandle(REALobject object);
 int32_t rbMediaSampleCount(REALobject object);
 int32_t rbMediaSampleDescriptionCount(REALobject object);
 int32_t rbFileCount(REALobject object);
+REALfolderItemStruct* rbFile(REALobject object, int32_t index);
+int32_t rbSetFile(REALobject object, int32_t index, REALfolderItemStruct* file);
 REALmemoryBlockStruct* rbMediaSampleDescriptionRaw(REALobject object, int32_t index);
+
+// track_descriptions.cpp: objects of the classes in sample_description.h, nil and "Lasterror" on
+// failure.
+REALobject rbMediaVideoSampleDescription(REALobject object, int32_t index);
+REALobject rbMediaSoundSampleDescription(REALobject object, int32_t index);
+REALobject rbMediaSpriteSampleDescription(REALobject object, int32_t index);
+REALobject rbMediaTextSampleDescription(REALobject object, int32_t index);
+REALobject rbMediaMusicSampleDescription(REALobject object, int32_t index);
+REALobject rbMediaThreeDeeSampleDescription(REALobject object, int32_t index);
+REALobject rbMediaFlashSampleDescription(REALobject object, int32_t index);
+REALobject rbMediaSampleDescription(REALobject object, int32_t index);
+
+// track_samples.cpp
+bool rbGetMediaSample(REALobject object, REALmemoryBlockStruct** data, int32_t* time,
+                      int32_t* durationPerSample, REALmemoryBlockStruct** description,
+                      int32_t* sampleDescriptionIndex, int32_t maxNumberOfSample,
+                      int32_t* numberOfSamples, int32_t* flags);
+void rbBeginMediaEdits(REALobject object);
+void rbEndMediaEdits(REALobject object);
 
 }  // namespace krz

@@ -1,5 +1,6 @@
 // When a track plays: its duration, its place in the movie, its dates and the times at which
 // something happens in it.
+#include "host/fixed_point.h"
 #include "host/instance_data.h"
 #include "track/track.h"
 
@@ -26,15 +27,6 @@ bool next_interesting_time(REALobject object, SInt16 flags, Fixed rate, int32_t*
   return true;
 }
 
-/// The rate as a fixed-point number, cut toward zero; what it cannot hold becomes its nearest end,
-/// and no number 0.
-Fixed fixed_rate(double rate) {
-  const double scaled = rate * kFixedOne;
-  if (scaled >= 2147483647.0) return 0x7FFFFFFF;
-  if (scaled <= -2147483648.0) return -0x7FFFFFFF - 1;
-  return scaled == scaled ? static_cast<Fixed>(scaled) : 0;
-}
-
 }  // namespace
 
 int32_t rbTrackDuration(REALobject object) {
@@ -45,6 +37,10 @@ int32_t rbTrackDuration(REALobject object) {
 int32_t rbTrackOffset(REALobject object) {
   const Track track = track_of(object);
   return track ? GetTrackOffset(track) : 0;
+}
+
+void rbSetTrackOffset(REALobject object, int32_t value) {
+  if (const Track track = track_of(object)) SetTrackOffset(track, value);
 }
 
 int32_t rbTrackCreationTime(REALobject object) {
@@ -75,7 +71,7 @@ bool rbNextInterestingTimeWithRate(REALobject object, int32_t* time, int32_t* du
   // only. A loop in either direction moves on from the time it found, save from 0, which it finds
   // again.
   const SInt16 flags = *time == 0 ? kThisOrNextSample : kNextSample;
-  return next_interesting_time(object, flags, fixed_rate(rate), time, duration);
+  return next_interesting_time(object, flags, FixedFromDouble(rate), time, duration);
 }
 
 }  // namespace krz
