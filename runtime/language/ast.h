@@ -12,6 +12,7 @@
 
 namespace krz {
 
+struct ClassDecl;
 struct ConstantInfo;
 struct MethodInfo;
 struct PropertyInfo;
@@ -34,7 +35,10 @@ enum class ExprKind : uint8_t {
   kIndex,    // left[args]
   kConvert,  // op is a Conversion
   kCast,     // to the class in `type`, checked when run
-  kRoutine,  // a call of a Sub or Function of the script
+  kField,    // left.variable: a property of a class of the script
+  kRoutine,  // a call of a Sub or Function of the script, or of a method of one of its classes,
+             // with
+             // the receiver in left and a Dispatch in op
   kMethod,   // a call of a registered method; left is the receiver, null when shared or global
   kProperty,
   kRegisteredText,  // a registered string constant
@@ -63,6 +67,9 @@ enum class Operator : uint8_t {
   kOr,
   kXor,
 };
+
+/// How the operator is written: "Mod".
+std::string_view operator_text(Operator op);
 
 /// What the language itself offers beside registered functions.
 enum class Builtin : uint8_t {
@@ -101,14 +108,22 @@ enum class Conversion : uint8_t {
   kUnbox,  // out of a Variant, checked when run
 };
 
-/// A variable of the script: a parameter, a local, or one of the module's.
+/// How a call of a script's routine finds it.
+enum class Dispatch : uint8_t {
+  kFixed,    // the one that the checker chose
+  kVirtual,  // the one that the receiver's own class has in its place
+};
+
+/// A variable of the script: a parameter, a local, one of the module's, or a property of a class.
 struct Variable {
   NameId name = kNoName;
   SourceOffset position = 0;
   Type type;
   bool by_ref = false;
-  bool global = false;  // declared at module level, outside blocks
-  uint16_t reg = 0;     // given by the compiler
+  bool global = false;  // declared at module level, outside blocks, or living as long as such a one
+  bool fixed = false;   // Self: cannot be assigned to
+  bool placed = false;  // has its register already: an earlier piece of a session declared it
+  uint16_t reg = 0;     // given by the compiler; of a property its slot in the instance
 };
 
 struct Expr {
@@ -183,6 +198,7 @@ enum class StmtKind : uint8_t {
 
 struct Stmt {
   StmtKind kind;
+  bool damaged = false;  // something in it did not parse; only of statements at module level
   SourceOffset position;
   Stmt* next = nullptr;
 };
@@ -195,6 +211,8 @@ struct DimStmt : Stmt {
   Expr* initial = nullptr;  // of "= value" or "As New"
   std::span<Expr*> bounds;  // of an array that is made at once
   Variable* variable = nullptr;
+  Variable* reached = nullptr;  // of a Static: whether it has its first value
+  bool is_static = false;
 };
 
 struct ReDimStmt : Stmt {
@@ -209,9 +227,18 @@ struct ConstStmt : Stmt {
   bool declared = false;
 };
 
+/// A part of an assignment's target that is evaluated once, into a variable without a name.
+struct HeldPart {
+  Variable* variable;
+  Expr* value;
+};
+
 struct AssignStmt : Stmt {
   Expr* target = nullptr;
-  Expr* value = nullptr;
+  Expr* value = nullptr;      // of "target += x": target + x; null: the target is a call that takes
+                              // the value as its last argument
+  bool reads_target = false;  // "+=" and the like: the left side of the value is the target
+  std::span<HeldPart> held;
 };
 
 struct ExpressionStmt : Stmt {
@@ -267,6 +294,8 @@ struct ForEachStmt : Stmt {
   TypeName type_name;
   Variable* declared = nullptr;
   Expr* array = nullptr;
+  Variable* element = nullptr;  // as the array holds it
+  Expr* value = nullptr;        // the element as the loop's variable takes it
   Block body;
 };
 
@@ -318,8 +347,11 @@ struct RoutineParameter {
   Variable variable;
   TypeName type_name;
   bool optional = false;
+  bool assigns = false;  // takes the value of object.Name = value
   Expr* default_value = nullptr;
 };
+
+enum class Access : uint8_t { kPublic, kProtected, kPrivate };
 
 /// A Sub or Function.
 struct Routine {
@@ -328,6 +360,8 @@ struct Routine {
   SourceOffset header_begin = 0;
   SourceOffset header_end = 0;
   bool function = false;
+  bool header_whole = true;  // nothing was wrong up to the end of its first line
+  bool whole = true;         // nor behind it
   std::span<RoutineParameter> parameters;
   TypeName result_name;
   Type result;
@@ -336,12 +370,66 @@ struct Routine {
   uint32_t index = 0;
   Routine* next = nullptr;
   Routine* next_overload = nullptr;
+  const Routine* replaced = nullptr;  // one of an earlier piece of a session, called just like it
+
+  // Of methods alone.
+  ClassDecl* owner = nullptr;
+  Variable* self = nullptr;  // null: shared
+  Access access = Access::kPublic;
+  bool shared = false;
+  bool constructor = false;
+  bool destructor = false;
+  bool calls_super = false;    // of a constructor: it calls the superclass's itself
+  Expr* super_call = nullptr;  // of a constructor: the call that is made before its body
+  uint16_t method_number = 0;  // of an instance method: its place in the class's table
+};
+
+class ScriptClass;
+
+/// A property of a class of the script.
+struct ClassField {
+  DimStmt* declaration = nullptr;
+  Access access = Access::kPublic;
+  bool shared = false;
+  ClassField* next = nullptr;
+};
+
+struct ClassConstant {
+  ConstStmt* declaration = nullptr;
+  Access access = Access::kPublic;
+  Expr* value = nullptr;  // null while it is not known, or in error
+  ClassConstant* next = nullptr;
+};
+
+/// Class … End Class.
+struct ClassDecl {
+  enum class State : uint8_t { kNew, kInProgress, kDone };
+
+  NameId name = kNoName;
+  SourceOffset position = 0;
+  SourceOffset end = 0;
+  TypeName superclass_name;
+  ClassField* fields = nullptr;
+  ClassConstant* constants = nullptr;
+  Routine* methods = nullptr;
+  Routine initialiser;  // gives the properties their first values
+  ScriptClass* info = nullptr;
+  ClassDecl* superclass = nullptr;  // null: a registered class or none
+  State state = State::kNew;
+  int depth = 0;  // classes of the script above it
+  ClassDecl* next = nullptr;
 };
 
 struct ScriptTree {
   Block body;
   Routine* routines = nullptr;
-  uint32_t routine_count = 0;
+  uint32_t routine_count = 0;  // methods and initialisers included
+  ClassDecl* classes = nullptr;
+  std::span<Variable*> hidden_globals;  // Static variables and shared properties
+  Variable* shown = nullptr;            // gets the value of an expression alone
+  bool body_whole = true;               // nothing was wrong in the code outside of routines
+  bool classes_whole = true;            // nor in a class
+  bool names_lost = false;              // what was wrong may have declared names that others use
 };
 
 }  // namespace krz

@@ -5,17 +5,71 @@
 
 namespace krz {
 
-Checker::Checker(Registry& registry, DiagnosticList& diagnostics, Arena& arena, NameTable& names)
-    : registry_(registry), diagnostics_(diagnostics), arena_(arena), names_(names) {
+Checker::Checker(Registry& registry, DiagnosticList& diagnostics, Arena& arena, NameTable& names,
+                 ScriptClassList& script_classes)
+    : registry_(registry),
+      diagnostics_(diagnostics),
+      arena_(arena),
+      names_(names),
+      script_classes_(script_classes) {
   symbols_.resize(names_.size());
 }
 
 void Checker::check(ScriptTree& tree) {
+  names_lost_ = tree.names_lost;
+  declare_classes(tree);
   declare_module_constants(tree.body);
+  for (ClassDecl* one : ordered_classes_) declare_members(*one);
+  members_declared_ = true;
   declare_routines(tree);
-  check_statements(tree.body);
-  for (Routine* routine = tree.routines; routine != nullptr; routine = routine->next)
-    check_routine(*routine);
+  if (tree.body_whole) {
+    check_statements(tree.body);
+  } else {
+    check_declarations(tree.body);
+  }
+  for (Routine* routine = tree.routines; routine != nullptr; routine = routine->next) {
+    if (routine->whole) check_routine(*routine);
+  }
+  for (ClassDecl* one : ordered_classes_) check_class(*one);
+  tree.hidden_globals = arena_.copy<Variable*>(hidden_globals_);
+}
+
+void Checker::know(const Declarations& earlier) {
+  symbols_ = earlier.symbols;
+  symbols_.resize(names_.size());
+  for (Symbol& one : symbols_) one.routine_scope = kEarlier;
+  classes_by_name_ = earlier.classes;
+}
+
+void Checker::check_expression_alone(ScriptTree& tree) {
+  auto* statement = static_cast<ExpressionStmt*>(tree.body.first);
+  Expr* value = statement->expression = check_any(statement->expression);
+  if (value->is(ExprKind::kError) || value->type.kind == Kind::kVoid) return;
+  tree.shown = arena_.make<Variable>();
+  tree.shown->type = value->type;
+  tree.shown->global = true;
+  hidden_globals_.push_back(tree.shown);
+  tree.hidden_globals = arena_.copy<Variable*>(hidden_globals_);
+
+  Expr* target = arena_.make<Expr>();
+  target->kind = ExprKind::kVariable;
+  target->variable = tree.shown;
+  target->type = value->type;
+  target->position = target->begin = target->end = value->begin;
+  auto* assignment = arena_.make<AssignStmt>();
+  assignment->kind = StmtKind::kAssign;
+  assignment->position = statement->position;
+  assignment->target = target;
+  assignment->value = value;
+  tree.body.first = assignment;
+}
+
+/// The variables that routines see, of code that is not checked as a whole.
+void Checker::check_declarations(const Block& body) {
+  for (Stmt* statement = body.first; statement != nullptr; statement = statement->next) {
+    if (statement->kind == StmtKind::kDim && !statement->damaged)
+      check_dim(static_cast<DimStmt&>(*statement));
+  }
 }
 
 void Checker::report(SourceOffset position, std::string message) {
@@ -35,8 +89,8 @@ void Checker::declare(NameId name, SourceOffset position, Symbol what) {
   const bool taken = now.kind == Symbol::Kind::kVariable || now.kind == Symbol::Kind::kConstant ||
                      now.kind == Symbol::Kind::kRoutine;
   if (taken && now.routine_scope == routine_scope_) {
-    report(position, "“" + text(name) + "” is declared already, in line " +
-                         std::to_string(diagnostics_.source().line_of(now.position)));
+    report(position, "“" + text(name) + "” is declared already, in " +
+                         diagnostics_.source().line_text(now.position, position));
     return;
   }
   what.position = position;
@@ -46,11 +100,19 @@ void Checker::declare(NameId name, SourceOffset position, Symbol what) {
 }
 
 Variable* Checker::declare_variable(NameId name, SourceOffset position, const Type& type) {
-  auto* variable = arena_.make<Variable>();
-  variable->name = name;
-  variable->position = position;
-  variable->type = type;
-  variable->global = routine_ == nullptr && block_depth_ == 0;
+  const bool global = routine_ == nullptr && block_depth_ == 0;
+  const Symbol known = name != kNoName ? symbol(name) : Symbol();
+  Variable* variable;
+  if (global && known.kind == Symbol::Kind::kVariable && known.routine_scope == kEarlier &&
+      known.variable->type == type) {
+    variable = known.variable;
+  } else {
+    variable = arena_.make<Variable>();
+    variable->name = name;
+    variable->position = position;
+    variable->type = type;
+    variable->global = global;
+  }
   Symbol what;
   what.kind = Symbol::Kind::kVariable;
   what.variable = variable;
@@ -81,11 +143,12 @@ Type Checker::resolve_type(const TypeName& written) {
 
 const ClassInfo* Checker::resolve_class(NameId name, SourceOffset position) {
   if (name == kNoName) return nullptr;
-  const ClassInfo* found = registry_.find_class(names_.text(name));
-  if (found != nullptr) return found;
+  const ClassInfo* found = find_class(name);
+  if (found != nullptr || names_lost_) return found;
   std::vector<std::string_view> candidates = {"Integer", "String", "Boolean", "Double", "Int64",
                                               "Single",  "Color",  "Variant", "Object"};
   for (const ClassInfo* one : registry_.classes()) candidates.push_back(one->name());
+  for (const auto& one : script_classes_) candidates.push_back(one->name());
   report(position,
          "there is no type “" + text(name) + "”" + suggestion(names_.text(name), candidates));
   return nullptr;
@@ -100,7 +163,8 @@ std::string Checker::suggestion(std::string_view name,
 /// Constants at module level are known everywhere, so that parameters may default to them.
 void Checker::declare_module_constants(const Block& body) {
   for (Stmt* statement = body.first; statement != nullptr; statement = statement->next) {
-    if (statement->kind == StmtKind::kConst) declare_constant(static_cast<ConstStmt&>(*statement));
+    if (statement->kind == StmtKind::kConst && !statement->damaged)
+      declare_constant(static_cast<ConstStmt&>(*statement));
   }
 }
 
@@ -124,11 +188,23 @@ void Checker::declare_constant(ConstStmt& statement) {
 }
 
 void Checker::declare_routines(ScriptTree& tree) {
+  // Calls of what is not wholly known cannot be judged, those of its overloads neither.
   for (Routine* routine = tree.routines; routine != nullptr; routine = routine->next) {
+    if (!routine->header_whole && routine->name != kNoName)
+      symbol(routine->name).kind = Symbol::Kind::kReported;
+  }
+  for (Routine* routine = tree.routines; routine != nullptr; routine = routine->next) {
+    if (!routine->header_whole) continue;
     check_signature(*routine);
-    if (routine->name == kNoName) continue;
+    if (routine->name == kNoName || symbol(routine->name).kind == Symbol::Kind::kReported) continue;
+    if (routine->name < classes_by_name_.size() && classes_by_name_[routine->name] != nullptr)
+      report(routine->position, "“" + text(routine->name) + "” is the name of a class");
     Symbol& known = symbol(routine->name);
-    if (known.kind == Symbol::Kind::kRoutine) {
+    if (known.kind == Symbol::Kind::kRoutine && known.routine_scope == kEarlier) {
+      find_replaced(*routine, known.routine);
+    } else if (known.kind == Symbol::Kind::kRoutine) {
+      if (const Symbol* earlier = find_hidden(routine->name))
+        find_replaced(*routine, earlier->routine);
       Routine* last = known.routine;
       while (last->next_overload != nullptr) last = last->next_overload;
       last->next_overload = routine;
@@ -141,6 +217,25 @@ void Checker::declare_routines(ScriptTree& tree) {
   }
 }
 
+/// The routine of an earlier piece of a session that is hidden now.
+const Checker::Symbol* Checker::find_hidden(NameId name) const {
+  for (const HiddenSymbol& one : hidden_) {
+    if (one.name == name && one.symbol.kind == Symbol::Kind::kRoutine &&
+        one.symbol.routine_scope == kEarlier)
+      return &one.symbol;
+  }
+  return nullptr;
+}
+
+/// What has been compiled with an earlier routine calls the new one when it is called alike.
+void Checker::find_replaced(Routine& routine, const Routine* earlier) {
+  for (; earlier != nullptr; earlier = earlier->next_overload) {
+    if (routine.function == earlier->function && routine.result == earlier->result &&
+        same_parameters(routine, *earlier))
+      routine.replaced = earlier;
+  }
+}
+
 void Checker::check_signature(Routine& routine) {
   bool optional = false;
   for (RoutineParameter& parameter : routine.parameters) {
@@ -149,6 +244,10 @@ void Checker::check_signature(Routine& routine) {
       report(parameter.variable.position,
              "a parameter behind an optional one must be optional too");
     optional = parameter.optional;
+    if (parameter.assigns &&
+        (routine.owner == nullptr || routine.function || &parameter != &routine.parameters.back()))
+      report(parameter.variable.position,
+             "Assigns belongs to the last parameter of a Sub of a class");
     if (parameter.default_value == nullptr) continue;
     Expr* value = check(parameter.default_value);
     if (parameter.variable.type.kind != Kind::kVoid)
@@ -165,7 +264,9 @@ void Checker::check_signature(Routine& routine) {
 void Checker::check_routine(Routine& routine) {
   const size_t mark = open_scope();
   routine_ = &routine;
+  class_ = routine.owner;
   ++routine_scope_;
+  if (routine.self != nullptr) declare_self(routine);
   for (RoutineParameter& parameter : routine.parameters) {
     Symbol what;
     what.kind = parameter.variable.type.kind == Kind::kVoid ? Symbol::Kind::kReported
@@ -174,8 +275,11 @@ void Checker::check_routine(Routine& routine) {
     declare(parameter.variable.name, parameter.variable.position, what);
   }
   check_statements(routine.body);
+  if (routine.constructor && !routine.calls_super) make_super_call(routine);
   close_scope(mark);
+  if (routine.function) check_end(routine);
   routine_ = nullptr;
+  class_ = nullptr;
 }
 
 std::vector<std::string_view> Checker::visible_names() {

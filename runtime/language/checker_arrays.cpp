@@ -111,6 +111,11 @@ Expr* Checker::check_array_literal(Expr* call) {
     if (value->type.is_number() && element.is_number() && value->type.kind > element.kind)
       element = value->type;
   }
+  // Nothing but a Variant holds what differs.
+  for (const Expr* value : values) {
+    if (conversion_cost(value, element) < 0 && value->type.kind != Kind::kVoid)
+      element = simple_type(Kind::kVariant);
+  }
   const bool storable = element.kind != Kind::kNil && element.kind != Kind::kArray;
   if (!storable) {
     report(values[0]->begin, "the elements of an array cannot be " + type_text(element));

@@ -10,7 +10,8 @@ namespace {
 constexpr int kImpossible = -1;
 
 bool is_place(const Expr* expr) {
-  return expr->is(ExprKind::kVariable) || expr->is(ExprKind::kIndex);
+  if (expr->is(ExprKind::kVariable)) return !expr->variable->fixed;
+  return expr->is(ExprKind::kIndex) || expr->is(ExprKind::kField);
 }
 
 std::string plural(size_t count, std::string_view word) {
@@ -54,7 +55,9 @@ std::string Checker::declaration_text(const Callable& callable) const {
 }
 
 std::string Checker::callable_name(const Callable& callable) const {
-  if (callable.routine != nullptr) return text(callable.routine->name);
+  if (const Routine* routine = callable.routine)
+    return (routine->owner != nullptr ? text(routine->owner->name) + "." : "") +
+           text(routine->name);
   const MethodInfo& method = *callable.method;
   return method.owner != nullptr ? method.owner->name() + "." + method.name : method.name;
 }

@@ -23,6 +23,11 @@ int widening_cost(Kind from, Kind to) {
   return kImpossible;
 }
 
+/// Array(…), whose elements can still take another type.
+bool is_array_literal(const Expr* expr) {
+  return expr->is(ExprKind::kBuiltin) && expr->builtin() == Builtin::kArray;
+}
+
 double literal_number(const Expr* literal) {
   switch (literal->type.kind) {
     case Kind::kInteger:
@@ -51,6 +56,15 @@ int Checker::conversion_cost(const Expr* expr, const Type& target) const {
   if (from.kind == Kind::kObject && target.kind == Kind::kObject) {
     if (target.class_info == nullptr) return 2;
     return from.class_info != nullptr && from.class_info->is_a(target.class_info) ? 1 : kImpossible;
+  }
+  if (is_array_literal(expr) && target.kind == Kind::kArray && target.rank == 1) {
+    int most = 0;
+    for (const Expr* element : expr->arguments()) {
+      const int cost = conversion_cost(element, target.element_type());
+      if (cost == kImpossible) return kImpossible;
+      most = std::max(most, cost);
+    }
+    return most;
   }
   if (target.kind == Kind::kVariant) return kBoxCost;
   if (from.kind == Kind::kVariant) return kBoxCost + 1;
@@ -115,6 +129,12 @@ Expr* Checker::convert(Expr* expr, const Type& target, std::string_view purpose)
   }
   if (expr->type.is_number() && target.is_number()) return widen(expr, target.kind);
   if (expr->type.kind == Kind::kNil) return make_conversion(expr, Conversion::kRetype, target);
+  if (is_array_literal(expr) && target.kind == Kind::kArray) {
+    for (Expr*& element : expr->arguments())
+      element = convert(element, target.element_type(), "this element");
+    expr->type = target;
+    return expr;
+  }
   if (target.kind == Kind::kVariant) return make_conversion(expr, Conversion::kBox, target);
   if (expr->type.kind == Kind::kVariant) return make_conversion(expr, Conversion::kUnbox, target);
   return make_conversion(expr, Conversion::kRetype, target);
@@ -144,6 +164,12 @@ Expr* Checker::to_text(Expr* expr) {
   return make_conversion(expr, Conversion::kToText, simple_type(Kind::kString));
 }
 
+/// A conversion that has no instruction of its own.
+Expr* Checker::through_variant(Expr* expr, const Type& target) {
+  Expr* boxed = make_conversion(expr, Conversion::kBox, simple_type(Kind::kVariant));
+  return make_conversion(boxed, Conversion::kUnbox, target);
+}
+
 /// The conversions that a script asks for by a type's name: Integer(x).
 Expr* Checker::convert_freely(Expr* expr, const Type& target) {
   const Type& from = expr->type;
@@ -159,9 +185,12 @@ Expr* Checker::convert_freely(Expr* expr, const Type& target) {
     cast->kind = ExprKind::kCast;
     return cast;
   }
-  if (from.kind == Kind::kString && (is_integral(target) || target.kind == Kind::kDouble)) {
-    if (target.kind == Kind::kDouble)
-      return make_conversion(expr, Conversion::kTextToDouble, target);
+  if (from.kind == Kind::kString && target.kind == Kind::kBoolean)
+    return through_variant(expr, target);
+  if (from.kind == Kind::kString && target.is_number()) {
+    if (!is_integral(target))
+      return widen(make_conversion(expr, Conversion::kTextToDouble, simple_type(Kind::kDouble)),
+                   target.kind);
     Expr* number = make_conversion(expr, Conversion::kTextToInt64, simple_type(Kind::kInt64));
     return target.kind == Kind::kInt64 ? number : convert_freely(number, target);
   }
@@ -175,7 +204,7 @@ Expr* Checker::convert_freely(Expr* expr, const Type& target) {
       case Kind::kBoolean:
         if (is_integral(from))
           return make_conversion(widen(expr, Kind::kInt64), Conversion::kToBoolean, target);
-        break;
+        return through_variant(expr, target);
       case Kind::kColor: {
         if (!is_integral(from)) break;
         Expr* integer = convert_freely(expr, simple_type(Kind::kInteger));

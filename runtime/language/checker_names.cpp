@@ -3,6 +3,16 @@
 #include "language/types.h"
 
 namespace krz {
+namespace {
+
+/// What parentheses with an index may follow.
+bool is_array_place(const Expr* expr) {
+  return expr->type.kind == Kind::kArray &&
+         (expr->is(ExprKind::kProperty) || expr->is(ExprKind::kField) ||
+          expr->is(ExprKind::kVariable));
+}
+
+}  // namespace
 
 Expr* Checker::check(Expr* expr) {
   Expr* result = check_any(expr);
@@ -57,6 +67,7 @@ Expr* Checker::registered_constant(Expr* use, const ConstantInfo& constant) {
 }
 
 Expr* Checker::check_name(Expr* expr) {
+  if (names_own_member(expr->name)) return check_own_member(expr, {}, false);
   const Symbol& found = symbol(expr->name);
   switch (found.kind) {
     case Symbol::Kind::kVariable:
@@ -81,8 +92,13 @@ Expr* Checker::check_name(Expr* expr) {
 }
 
 Expr* Checker::unknown_name(Expr* expr, bool called) {
+  if (names_lost_) return make_error(expr);
   const std::string name = text(expr->name);
-  if (registry_.find_class(name) != nullptr || kind_named(name) != Kind::kVoid) {
+  if (is_super(expr)) {
+    report(expr, "Super is written with a member: Super.Name");
+    return make_error(expr);
+  }
+  if (find_class(expr->name) != nullptr || kind_named(name) != Kind::kVoid) {
     report(expr, "“" + name + "” is a type, not a value");
     return make_error(expr);
   }
@@ -98,14 +114,35 @@ Expr* Checker::unknown_name(Expr* expr, bool called) {
   return make_error(expr);
 }
 
-Expr* Checker::unknown_member(Expr* expr, const Type& owner) {
+std::vector<std::string> Checker::member_names(const Type& owner) const {
+  if (owner.kind == Kind::kColor) return {"Red", "Green", "Blue"};
+  if (owner.kind == Kind::kArray)
+    return {"Count",  "LastIndex", "Append", "Add",    "Insert",
+            "Remove", "RemoveAt",  "Pop",    "IndexOf"};
   std::vector<std::string> members;
   if (owner.kind == Kind::kObject && owner.class_info != nullptr) {
     members = owner.class_info->member_names();
-  } else if (owner.kind == Kind::kArray) {
-    members = {"Count",  "LastIndex", "Append", "Add",    "Insert",
-               "Remove", "RemoveAt",  "Pop",    "IndexOf"};
+    add_script_members(owner.class_info, members);
   }
+  return members;
+}
+
+std::vector<std::string> Checker::members_of_expression(ScriptTree& tree) {
+  Expr* expr = static_cast<ExpressionStmt*>(tree.body.first)->expression;
+  const ClassInfo* named = class_of_name(expr);
+  if (named == nullptr) return member_names(check_any(expr)->type);
+  // Through its name, a class gives what belongs to no instance.
+  std::vector<std::string> members = member_names({Kind::kObject, Kind::kVoid, 0, named});
+  if (as_script_class(named) == nullptr) {
+    std::erase_if(members, [named](const std::string& name) {
+      return named->find_shared_methods(name).empty() && named->find_constant(name) == nullptr;
+    });
+  }
+  return members;
+}
+
+Expr* Checker::unknown_member(Expr* expr, const Type& owner) {
+  const std::vector<std::string> members = member_names(owner);
   const std::vector<std::string_view> candidates(members.begin(), members.end());
   const std::string name = text(expr->name);
   report(expr, a_type(owner) + " has no member “" + name + "”" + suggestion(name, candidates));
@@ -116,10 +153,11 @@ Expr* Checker::unknown_member(Expr* expr, const Type& owner) {
 /// the class.
 const ClassInfo* Checker::class_of_name(const Expr* expr) {
   if (!expr->is(ExprKind::kName) || symbol(expr->name).kind != Symbol::Kind::kNone) return nullptr;
-  return registry_.find_class(names_.text(expr->name));
+  return names_own_member(expr->name) ? nullptr : find_class(expr->name);
 }
 
 Expr* Checker::check_member(Expr* expr) {
+  if (is_super(expr->left)) return check_super_member(expr, {}, false);
   if (const ClassInfo* owner = class_of_name(expr->left)) {
     // A function of that name, called without arguments, comes before the class.
     if (registry_.find_functions(names_.text(expr->left->name)).empty())
@@ -131,6 +169,12 @@ Expr* Checker::check_member(Expr* expr) {
 
 /// Shared methods and constants, through the class's name.
 Expr* Checker::check_class_member(Expr* expr, const ClassInfo& owner, std::span<Expr*> arguments) {
+  if (const ScriptClass* script_class = as_script_class(&owner)) {
+    expr->left = nullptr;
+    Expr* found =
+        check_script_member(expr, *script_class->declaration, arguments, Dispatch::kFixed);
+    if (found != nullptr) return found;
+  }
   const std::string_view name = names_.text(expr->name);
   const auto methods = owner.find_shared_methods(name);
   if (!methods.empty()) {
@@ -161,9 +205,15 @@ Expr* Checker::check_object_member(Expr* expr, std::span<Expr*> arguments, bool 
                      text(expr->name));
     return make_error(expr);
   }
+  if (owner.kind == Kind::kColor && arguments.empty()) return check_color_member(expr);
   if (owner.kind != Kind::kObject || owner.class_info == nullptr)
     return unknown_member(expr, owner);
 
+  if (const ScriptClass* script_class = as_script_class(owner.class_info)) {
+    Expr* found =
+        check_script_member(expr, *script_class->declaration, arguments, Dispatch::kVirtual);
+    if (found != nullptr) return found;
+  }
   const std::string_view name = names_.text(expr->name);
   const auto methods = owner.class_info->find_methods(name);
   if (!methods.empty()) return resolve_methods(expr, methods, arguments);
@@ -186,6 +236,34 @@ Expr* Checker::check_object_member(Expr* expr, std::span<Expr*> arguments, bool 
   if (const ConstantInfo* constant = owner.class_info->find_constant(name))
     return registered_constant(expr, *constant);
   return unknown_member(expr, owner);
+}
+
+/// Red, Green and Blue of a Color, worked out of its bits: expr->left is checked.
+Expr* Checker::check_color_member(Expr* expr) {
+  struct Part {
+    std::string_view name;
+    int32_t mask;
+    int32_t divisor;
+  };
+  static constexpr Part kParts[] = {
+      {"Red", 0xFF0000, 0x10000}, {"Green", 0xFF00, 0x100}, {"Blue", 0xFF, 1}};
+  for (const Part& part : kParts) {
+    if (!equal_names(part.name, names_.text(expr->name))) continue;
+    const Type integer = simple_type(Kind::kInteger);
+    const auto operate = [&](Expr* left, Operator op, int32_t right) {
+      Expr* result = arena_.make<Expr>(*expr);
+      result->kind = ExprKind::kBinary;
+      result->op = static_cast<uint8_t>(op);
+      result->left = left;
+      result->right = make_integer(right, expr->position);
+      result->type = integer;
+      return result;
+    };
+    Expr* bits = make_conversion(expr->left, Conversion::kRetype, integer);
+    return operate(operate(bits, Operator::kAnd, part.mask), Operator::kIntegerDivide,
+                   part.divisor);
+  }
+  return unknown_member(expr, expr->left->type);
 }
 
 Expr* Checker::check_index(Expr* array, Expr* call) {
@@ -219,6 +297,10 @@ Expr* Checker::check_call(Expr* expr) {
   if (callee->is(ExprKind::kName)) return check_named_call(expr);
   if (!callee->is(ExprKind::kMember)) return check_index(check(callee), expr);
 
+  if (is_super(callee->left)) {
+    Expr* result = check_super_member(callee, expr->arguments(), expr->arg_count > 0);
+    return is_array_place(result) ? check_index(result, expr) : result;
+  }
   // A member's own name is where a message about the call points.
   const ClassInfo* owner = class_of_name(callee->left);
   if (owner == nullptr || !registry_.find_functions(names_.text(callee->left->name)).empty())
@@ -241,8 +323,7 @@ Expr* Checker::check_call(Expr* expr) {
   } else {
     result = check_class_member(callee, *owner, expr->arguments());
   }
-  if (takes_index || (result->is(ExprKind::kProperty) && result->type.kind == Kind::kArray))
-    return check_index(result, expr);
+  if (takes_index || is_array_place(result)) return check_index(result, expr);
   result->end = end;
   return result;
 }
@@ -250,6 +331,12 @@ Expr* Checker::check_call(Expr* expr) {
 Expr* Checker::check_named_call(Expr* expr) {
   Expr* callee = expr->left;
   const NameId name = callee->name;
+  if (names_own_member(name)) {
+    Expr* result = check_own_member(callee, expr->arguments(), expr->arg_count > 0);
+    if (is_array_place(result)) return check_index(result, expr);
+    result->end = expr->end;
+    return result;
+  }
   const Symbol& found = symbol(name);
   switch (found.kind) {
     case Symbol::Kind::kVariable:
@@ -277,7 +364,7 @@ Expr* Checker::check_named_call(Expr* expr) {
   }
   Type target = simple_type(kind_named(word));
   if (target.kind == Kind::kVoid) {
-    target.class_info = registry_.find_class(word);
+    target.class_info = find_class(name);
     if (target.class_info == nullptr) {
       check_arguments(expr->arguments());
       unknown_name(callee, true);
@@ -308,7 +395,7 @@ Expr* Checker::check_new(Expr* expr) {
     check_arguments(arguments);
     return make_error(expr);
   }
-  const auto constructors = class_info->find_methods("Constructor");
+  const std::vector<Callable> constructors = find_constructors(class_info);
   if (constructors.empty()) {
     if (!arguments.empty()) {
       report(expr, class_info->name() + " takes no arguments when it is made");
@@ -316,14 +403,16 @@ Expr* Checker::check_new(Expr* expr) {
     }
   } else {
     // Without arguments, a constructor is called when one takes none.
-    bool wanted = !arguments.empty();
-    for (const MethodInfo* constructor : constructors)
-      wanted = wanted || constructor->signature.required_count() == 0;
+    bool wanted = !arguments.empty() || constructors[0].routine != nullptr;
+    for (const Callable& constructor : constructors) wanted = wanted || constructor.required() == 0;
     if (wanted) {
       Expr* call = arena_.make<Expr>(*expr);
       call->left = nullptr;
-      call = resolve_methods(call, constructors, arguments);
+      call = resolve_call(call, constructors, arguments);
       if (call->is(ExprKind::kError)) return make_error(expr);
+      const Routine* chosen = call->is(ExprKind::kRoutine) ? call->routine : nullptr;
+      if (chosen != nullptr && !check_access(expr, chosen->name, chosen->access, *chosen->owner))
+        return make_error(expr);
       absorb(expr, call);
       expr->left = call;
     }

@@ -13,10 +13,6 @@ constexpr std::string_view kOperatorTexts[] = {
     "=", "<>",  "<", "<=", ">", ">=", "Is",  "And", "Or", "Xor",
 };
 
-std::string operator_text(Operator op) {
-  return std::string(kOperatorTexts[static_cast<size_t>(op)]);
-}
-
 bool is_equality(Operator op) { return op == Operator::kEqual || op == Operator::kNotEqual; }
 
 bool holds_object(const Type& type) {
@@ -43,6 +39,8 @@ int64_t wrapped(Operator op, int64_t a, int64_t b) {
 }
 
 }  // namespace
+
+std::string_view operator_text(Operator op) { return kOperatorTexts[static_cast<size_t>(op)]; }
 
 Expr* fold_binary(Expr* expr, Arena& arena) {
   const Expr* left = expr->left;
@@ -102,8 +100,9 @@ Expr* fold_binary(Expr* expr, Arena& arena) {
 
 Expr* Checker::bad_operands(Expr* expr) {
   if (!expr->left->is(ExprKind::kError) && !expr->right->is(ExprKind::kError)) {
-    report(expr, "“" + operator_text(expr->operator_kind()) + "” has no meaning between " +
-                     a_type(expr->left->type) + " and " + a_type(expr->right->type));
+    report(expr, "“" + std::string(operator_text(expr->operator_kind())) +
+                     "” has no meaning between " + a_type(expr->left->type) + " and " +
+                     a_type(expr->right->type));
   }
   return make_error(expr);
 }
@@ -113,12 +112,16 @@ Expr* Checker::check_unary(Expr* expr) {
   Expr* operand = expr->left;
   absorb(expr, operand);
   if (operand->is(ExprKind::kError)) return make_error(expr);
+  if (operand->type.kind == Kind::kVariant) {
+    expr->type = operand->type;
+    return expr;
+  }
   const bool negate = expr->operator_kind() == Operator::kNegate;
   const bool fits = negate ? operand->type.is_number()
                            : is_integral(operand->type) || operand->type.kind == Kind::kBoolean;
   if (!fits) {
-    report(expr, "“" + operator_text(expr->operator_kind()) + "” has no meaning before " +
-                     a_type(operand->type));
+    report(expr, "“" + std::string(operator_text(expr->operator_kind())) +
+                     "” has no meaning before " + a_type(operand->type));
     return make_error(expr);
   }
   if (operand->type.kind == Kind::kSingle) expr->left = operand = widen(operand, Kind::kDouble);
@@ -182,6 +185,16 @@ Expr* Checker::check_concatenation(Expr* expr) {
   return folded != nullptr ? folded : expr;
 }
 
+/// An operator of which one side is a Variant is worked out when it runs, between two Variants.
+bool Checker::make_variant_operands(Expr* expr) {
+  for (Expr** side : {&expr->left, &expr->right}) {
+    const Kind kind = (*side)->type.kind;
+    if (kind == Kind::kNil) return false;
+    if (kind != Kind::kVariant) *side = convert(*side, simple_type(Kind::kVariant), "this");
+  }
+  return true;
+}
+
 /// Integers stay integers, except for "/" and "^"; with a Single or a Double all becomes Double.
 /// "+" also joins strings.
 Expr* Checker::check_arithmetic(Expr* expr) {
@@ -191,6 +204,11 @@ Expr* Checker::check_arithmetic(Expr* expr) {
   if (op == Operator::kAdd && left.kind == Kind::kString && right.kind == Kind::kString) {
     expr->op = static_cast<uint8_t>(Operator::kConcatenate);
     return check_concatenation(expr);
+  }
+  if (left.kind == Kind::kVariant || right.kind == Kind::kVariant) {
+    if (!make_variant_operands(expr)) return bad_operands(expr);
+    expr->type = simple_type(Kind::kVariant);
+    return expr;
   }
   if (!left.is_number() || !right.is_number()) {
     if (op == Operator::kAdd && (left.kind == Kind::kString || right.kind == Kind::kString)) {
@@ -220,19 +238,14 @@ Expr* Checker::check_logic(Expr* expr) {
     expr->type = left;
     return expr;
   }
-  if (!is_integral(left) || !is_integral(right)) return bad_operands(expr);
+  const bool variant = left.kind == Kind::kVariant || right.kind == Kind::kVariant;
+  if (!variant && (!is_integral(left) || !is_integral(right))) return bad_operands(expr);
   return check_arithmetic(expr);
 }
 
 /// Brings two values to one type in which they can be compared.
 bool Checker::compare_types(Expr*& left, Expr*& right, Operator op) {
   const bool equality = is_equality(op) || op == Operator::kIs;
-  if (left->type.kind == Kind::kVariant && right->type.kind != Kind::kVariant &&
-      right->type.kind != Kind::kNil)
-    left = make_conversion(left, Conversion::kUnbox, right->type);
-  if (right->type.kind == Kind::kVariant && left->type.kind != Kind::kVariant &&
-      left->type.kind != Kind::kNil)
-    right = make_conversion(right, Conversion::kUnbox, left->type);
   const Kind a = left->type.kind;
   const Kind b = right->type.kind;
   if (left->type.is_number() && right->type.is_number() && op != Operator::kIs) {
@@ -252,6 +265,13 @@ bool Checker::compare_types(Expr*& left, Expr*& right, Operator op) {
 }
 
 Expr* Checker::check_comparison(Expr* expr) {
+  const bool variant =
+      expr->left->type.kind == Kind::kVariant || expr->right->type.kind == Kind::kVariant;
+  if (variant && make_variant_operands(expr)) {
+    if (expr->operator_kind() == Operator::kIs) expr->op = static_cast<uint8_t>(Operator::kEqual);
+    expr->type = simple_type(Kind::kBoolean);
+    return expr;
+  }
   if (!compare_types(expr->left, expr->right, expr->operator_kind())) {
     const bool text_and_nil =
         (expr->left->type.kind == Kind::kString && expr->right->type.kind == Kind::kNil) ||

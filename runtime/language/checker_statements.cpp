@@ -113,6 +113,13 @@ void Checker::check_dim(DimStmt& statement) {
     return declare(statement.name, statement.position, what);
   }
   statement.variable = declare_variable(statement.name, statement.position, type);
+  if (!statement.is_static) return;
+  statement.variable->global = true;
+  statement.reached = arena_.make<Variable>();
+  statement.reached->type = simple_type(Kind::kBoolean);
+  statement.reached->global = true;
+  hidden_globals_.push_back(statement.variable);
+  hidden_globals_.push_back(statement.reached);
 }
 
 void Checker::check_redim(ReDimStmt& statement) {
@@ -129,17 +136,28 @@ void Checker::check_redim(ReDimStmt& statement) {
 }
 
 void Checker::check_assign(AssignStmt& statement) {
+  if (check_assigned_call(statement)) return;
   const Expr* call = statement.target;
   const std::string_view written = diagnostics_.source().slice(call->begin, call->end);
   Expr* target = statement.target = check(statement.target);
+  if (statement.reads_target) {
+    statement.value->left = target;
+    if (!target->is(ExprKind::kError)) hold_parts(statement);
+  }
   Expr* value = check(statement.value);
   std::string what;
   switch (target->kind) {
     case ExprKind::kError:
       return;
     case ExprKind::kVariable:
-    case ExprKind::kIndex:
+      if (target->variable->fixed) return report(target, "Self cannot be assigned to");
       break;
+    case ExprKind::kIndex:
+    case ExprKind::kField:
+      break;
+    case ExprKind::kRoutine:
+      return report(target,
+                    "“" + text(target->routine->name) + "” is a method and cannot be assigned to");
     case ExprKind::kProperty:
       if (!target->property->read_only()) break;
       return report(target, "“" + target->property->name + "” is read-only");
@@ -153,6 +171,37 @@ void Checker::check_assign(AssignStmt& statement) {
   }
   statement.value =
       convert(value, target->type, "the value for “" + std::string(written.substr(0, 60)) + "”");
+}
+
+/// What a target that is also read stands on: its object or array, indices and arguments.
+void Checker::hold_parts(AssignStmt& statement) {
+  Expr* target = statement.target;
+  if (target->is(ExprKind::kVariable)) return;
+  std::vector<HeldPart> held;
+  const auto hold = [&](Expr*& part) {
+    if (part == nullptr || part->is(ExprKind::kLiteral) || part->is(ExprKind::kRegisteredText))
+      return;
+    auto* variable = arena_.make<Variable>();
+    variable->type = part->type;
+    held.push_back({variable, part});
+    Expr* use = arena_.make<Expr>(*part);
+    use->kind = ExprKind::kVariable;
+    use->variable = variable;
+    use->calls = false;
+    part = use;
+  };
+  const bool has_receiver = target->is(ExprKind::kIndex) || target->is(ExprKind::kProperty) ||
+                            target->is(ExprKind::kMethod);
+  if (has_receiver) hold(target->left);
+  if (target->is(ExprKind::kIndex) || target->is(ExprKind::kMethod)) {
+    const std::span<Expr*> arguments = target->arguments();
+    for (size_t i = 0; i < arguments.size(); ++i) {
+      const bool by_ref =
+          target->is(ExprKind::kMethod) && target->method->signature.parameters[i].by_ref;
+      if (!by_ref) hold(arguments[i]);
+    }
+  }
+  statement.held = arena_.copy<HeldPart>(held);
 }
 
 Expr* Checker::check_condition(Expr* condition) {
@@ -247,9 +296,8 @@ void Checker::check_for(ForStmt& statement) {
                                          statement.first->type, statement.declared);
   const Type type = statement.target->type;
   if (!statement.target->is(ExprKind::kError)) {
-    if (type.kind != Kind::kInteger && type.kind != Kind::kInt64 && type.kind != Kind::kDouble) {
-      report(statement.target,
-             "a For counts with an Integer, Int64 or Double, not with " + a_type(type));
+    if (!type.is_number()) {
+      report(statement.target, "a For counts with a number, not with " + a_type(type));
     } else {
       statement.first = convert(statement.first, type, "the first value");
       statement.last = convert(statement.last, type, "the last value");
@@ -272,10 +320,19 @@ void Checker::check_for_each(ForEachStmt& statement) {
         check_loop_variable(statement.target, statement.type_name,
                             good ? array.element_type() : Type{}, statement.declared);
   }
-  if (good && !statement.target->is(ExprKind::kError) &&
-      !(statement.target->type == array.element_type()))
-    report(statement.target, "the elements are of type " + type_text(array.element_type()) +
-                                 ", not " + type_text(statement.target->type));
+  if (good && !statement.target->is(ExprKind::kError)) {
+    Expr* element = arena_.make<Expr>();
+    element->kind = ExprKind::kVariable;
+    element->variable = statement.element = arena_.make<Variable>();
+    element->type = statement.element->type = array.element_type();
+    element->position = element->begin = element->end = statement.target->position;
+    if (conversion_cost(element, statement.target->type) < 0) {
+      report(statement.target, "the elements are of type " + type_text(array.element_type()) +
+                                   ", not " + type_text(statement.target->type));
+    } else {
+      statement.value = convert(element, statement.target->type, "the element");
+    }
+  }
   check_body(statement.body, Leaves::kFor);
   close_scope(mark);
 }

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "language/names.h"
+#include "language/script_class.h"
 #include "language/source.h"
 #include "language/types.h"
 #include "registry/class_info.h"
@@ -107,12 +108,15 @@ enum class Op : uint16_t {
   kToBoolean,
   kTextToInt64,
   kTextToDouble,
-  kToText,       // a = text of b, of types[c]
-  kConcatenate,  // a = b strings, whose registers follow
-  kBox,          // a = a Variant of b, of types[c]
-  kUnbox,        // a = the Variant b as types[c]
-  kIsA,          // a = b is of classes[c]
-  kCast,         // a = b, which must be of classes[c]
+  kToText,          // a = text of b, of types[c]
+  kConcatenate,     // a = b strings, whose registers follow
+  kBox,             // a = a Variant of b, of types[c]
+  kUnbox,           // a = the Variant b as types[c]
+  kVariantOperate,  // a = b op c of Variants; the Operator follows as a word
+  kVariantCompare,  // the same, a Boolean
+  kVariantUnary,    // a = op b of a Variant; the Operator is c
+  kIsA,             // a = b is of classes[c]
+  kCast,            // a = b, which must be of classes[c]
 
   // Jumps: a distance in instructions from the one behind the jump.
   kJump,      // 32 bits in b and c, as for all up to kJumpNotNil
@@ -141,9 +145,11 @@ enum class Op : uint16_t {
   kForTestI,  // runs the following jump when a has not passed b in the direction of the step c
   kForTestL,
   kForTestD,
+  kForTestS,
   kForStepI,  // a = a + c, then the same
   kForStepL,
   kForStepD,
+  kForStepS,
 
   // Objects and calls. The registers of arguments follow, four to a word.
   kNew,          // a = an instance of classes[b]
@@ -152,6 +158,13 @@ enum class Op : uint16_t {
   kGetProperty,  // a = c.properties[b]
   kSetProperty,  // c.properties[b] = a
   kCallRoutine,  // a = functions[b](…), c arguments
+  kCallVirtual,     // a = method number b of the first argument's class, c arguments
+  kGetFieldNumber,  // a = slot c of the instance b
+  kGetFieldString,
+  kGetFieldObject,
+  kSetFieldNumber,  // slot c of the instance b = a
+  kSetFieldString,
+  kSetFieldObject,
   kReturn,
   kReturnValue,  // a
   kRaise,        // a
@@ -264,6 +277,7 @@ struct Program {
   std::vector<const ClassInfo*> classes;
   std::vector<const MethodInfo*> methods;
   std::vector<const PropertyInfo*> properties;
+  ScriptClassList script_classes;
 
   Program() = default;
   Program(const Program&) = delete;

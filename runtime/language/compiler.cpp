@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace krz {
 namespace {
@@ -18,19 +19,60 @@ Compiler::Compiler(Program& program, DiagnosticList& diagnostics, const NameTabl
     : program_(program), diagnostics_(diagnostics), names_(names) {}
 
 void Compiler::compile(const ScriptTree& tree) {
+  declare_routines(tree);
+  code_ = &program_.routines[0];
+  begin_routine({});
+  place_globals(tree.body);
+  for (Variable* variable : tree.hidden_globals) place_variable(*variable);
+  compile_main(tree);
+  compile_routines(tree);
+}
+
+void Compiler::compile_piece(const ScriptTree& tree, SourceOffset start) {
+  start_ = start;
+  declare_routines(tree);
+  variables_apart_ = true;
+  for (Stmt* statement = tree.body.first; statement != nullptr; statement = statement->next) {
+    if (statement->kind == StmtKind::kDim)
+      add_variable(*static_cast<DimStmt*>(statement)->variable);
+  }
+  for (Variable* variable : tree.hidden_globals) add_variable(*variable);
+  code_ = &program_.routines[1];
+  *code_ = {};
+  begin_routine({});
+  compile_main(tree);
+  compile_routines(tree);
+}
+
+/// Adds a variable to the frame that holds those of the module.
+void Compiler::add_variable(Variable& variable) {
+  if (std::exchange(variable.placed, true)) return;
+  RoutineCode& frame = program_.routines[0];
+  if (frame.register_count >= kMostRegisters) return too_much("variables");
+  variable.reg = frame.register_count++;
+  const Storage storage = storage_of(variable.type.kind);
+  if (storage == Storage::kString) frame.string_registers.push_back(variable.reg);
+  if (storage == Storage::kObject) frame.object_registers.push_back(variable.reg);
+}
+
+/// Callers need to know parameters and results before the routines themselves are compiled.
+void Compiler::declare_routines(const ScriptTree& tree) {
   program_.routines.resize(size_t{tree.routine_count} + 1);
-  // Callers need to know the results before the routines themselves are compiled.
   for (const Routine* routine = tree.routines; routine != nullptr; routine = routine->next) {
-    RoutineCode& code = program_.routines[routine->index + 1];
-    code.result = storage_of(routine->result.kind);
-    for (const RoutineParameter& parameter : routine->parameters)
-      code.parameters.push_back(
-          parameter.variable.by_ref ? Storage::kNumber : storage_of(parameter.variable.type.kind));
+    declare_code(*routine);
+  }
+  for (const ClassDecl* one = tree.classes; one != nullptr; one = one->next) {
+    declare_code(one->initialiser);
+    for (const Routine* method = one->methods; method != nullptr; method = method->next)
+      declare_code(*method);
   }
   if (program_.routines.size() > kMostEntries) too_much("routines");
-  compile_main(tree);
+}
+
+void Compiler::compile_routines(const ScriptTree& tree) {
   for (const Routine* routine = tree.routines; routine != nullptr; routine = routine->next)
     compile_routine(*routine);
+  for (const ClassDecl* one = tree.classes; one != nullptr; one = one->next) compile_class(*one);
 }
 
 void Compiler::begin_routine(std::string_view name) {
@@ -45,13 +87,12 @@ void Compiler::begin_routine(std::string_view name) {
 }
 
 void Compiler::compile_main(const ScriptTree& tree) {
-  code_ = &program_.routines[0];
   routine_ = nullptr;
-  begin_routine({});
-  place_globals(tree.body);
+  for (const ClassDecl* one = tree.classes; one != nullptr; one = one->next)
+    compile_shared_fields(*one);
   compile_block(tree.body);
   emit(Op::kReturn);
-  finish_routine(0);
+  finish_routine(start_);
 }
 
 /// The module's own variables take the first registers of its frame, where Subs and Functions find
@@ -59,6 +100,7 @@ void Compiler::compile_main(const ScriptTree& tree) {
 void Compiler::place_globals(const Block& body) {
   for (Stmt* statement = body.first; statement != nullptr; statement = statement->next) {
     if (statement->kind != StmtKind::kDim) continue;
+    if (static_cast<DimStmt*>(statement)->is_static) continue;  // hidden
     Variable* variable = static_cast<DimStmt*>(statement)->variable;
     variable->reg = allocate(storage_of(variable->type.kind)).reg;
   }
@@ -68,9 +110,12 @@ void Compiler::compile_routine(const Routine& routine) {
   code_ = &program_.routines[routine.index + 1];
   routine_ = &routine;
   begin_routine(names_.text(routine.name));
+  const size_t receivers = routine.self != nullptr ? 1 : 0;
+  if (routine.self != nullptr) place_variable(*routine.self);
   for (size_t i = 0; i < routine.parameters.size(); ++i)
-    routine.parameters[i].variable.reg = allocate(code_->parameters[i]).reg;
+    routine.parameters[i].variable.reg = allocate(code_->parameters[i + receivers]).reg;
   if (routine.function) result_ = allocate(code_->result);
+  if (routine.super_call != nullptr) discard(routine.super_call);
   compile_block(routine.body);
   if (routine.function) {
     emit(Op::kReturnValue, result_.reg);
@@ -102,7 +147,7 @@ void Compiler::finish_routine(SourceOffset position) {
 
 void Compiler::too_much(std::string_view what) {
   if (!overflowed_)
-    diagnostics_.add(routine_ != nullptr ? routine_->position : 0,
+    diagnostics_.add(routine_ != nullptr ? routine_->position : start_,
                      "this script has too many " + std::string(what));
   overflowed_ = true;
 }

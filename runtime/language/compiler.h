@@ -17,6 +17,12 @@ class Compiler {
   /// reported.
   void compile(const ScriptTree& tree);
 
+  /// The same for a piece of a session. Routine 0 of the program only lays out the variables of the
+  /// module, to which those of this piece are added; the code outside of Subs and Functions becomes
+  /// routine 1 and sees them as a Sub does.
+  /// `start` is where the piece begins.
+  void compile_piece(const ScriptTree& tree, SourceOffset start);
+
  private:
   using Register = uint16_t;
   using Label = uint16_t;
@@ -58,7 +64,10 @@ class Compiler {
   };
 
   // compiler.cpp: routines, registers, labels, instructions.
+  void declare_routines(const ScriptTree& tree);
   void compile_main(const ScriptTree& tree);
+  void compile_routines(const ScriptTree& tree);
+  void add_variable(Variable& variable);
   void compile_routine(const Routine& routine);
   void begin_routine(std::string_view name);
   void finish_routine(SourceOffset position);
@@ -93,6 +102,7 @@ class Compiler {
   void binary_into(const Expr* expr, Register target);
   void arithmetic(const Expr* expr, Register target);
   void comparison(const Expr* expr, Register target);
+  void variant_operation(const Expr* expr, Register target);
   void concatenate(const Expr* expr, Register target);
   void convert_into(const Expr* expr, Register target);
   bool lies_in_register(const Variable& variable) const;
@@ -108,6 +118,7 @@ class Compiler {
   struct Place {
     Operand array;
     Operand index;
+    uint16_t slot = kNoRegister;  // of a property, whose instance is in `array`
   };
   struct Arguments {
     std::vector<uint16_t> registers;
@@ -130,11 +141,24 @@ class Compiler {
   void store_variable(const Variable& variable, const Operand& source);
   void discard(const Expr* expr);
 
+  // compiler_classes.cpp
+  void declare_code(const Routine& routine);
+  void compile_class(const ClassDecl& owner);
+  void compile_shared_fields(const ClassDecl& owner);
+  void make_first_value(const DimStmt& statement);
+  void make_field_value(const DimStmt& field, Register target);
+  void routine_into(const Expr* expr, Register target, Register receiver);
+  void field_into(const Expr* expr, Register target);
+  Operand field_address(const Expr* expr, Arguments& arguments);
+  void initialise(const ScriptClass& info, Register made);
+
   // compiler_statements.cpp
   void compile_scope(const Block& block);
   void compile_block(const Block& block);
   void compile_statement(const Stmt* statement);
   void compile_dim(const DimStmt& statement);
+  void compile_static(const DimStmt& statement);
+  void make_array(const DimStmt& statement, Register target);
   void compile_redim(const ReDimStmt& statement);
   void compile_assign(const AssignStmt& statement);
   void compile_print(const PrintStmt& statement);
@@ -172,7 +196,9 @@ class Compiler {
   std::vector<uint32_t> jumps_;  // instructions whose distance is still a label
   std::vector<Flow> flows_;
   std::vector<Finally> finallies_;
-  Operand result_;  // of a Function: what Return hands over
+  SourceOffset start_ = 0;
+  bool variables_apart_ = false;  // the module's variables are not in the frame of its own code
+  Operand result_;                // of a Function: what Return hands over
   bool overflowed_ = false;
 };
 

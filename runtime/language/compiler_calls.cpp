@@ -22,6 +22,7 @@ Compiler::Operand Compiler::address_of(const Expr* expr, Arguments& arguments) {
          variable.reg);
     return address;
   }
+  if (expr->is(ExprKind::kField)) return field_address(expr, arguments);
   const Storage storage = storage_of(expr->type.kind);
   Operand copy;
   if (expr->is(ExprKind::kIndex)) {
@@ -65,20 +66,20 @@ void Compiler::evaluate_arguments(const Expr* expr, Arguments& arguments) {
 }
 
 void Compiler::finish_arguments(Arguments& arguments) {
-  for (const auto& [place, copy] : arguments.written_back)
+  for (const auto& [place, copy] : arguments.written_back) {
+    if (place.slot != kNoRegister) {
+      emit(with_storage(Op::kSetFieldNumber, copy.storage), copy.reg, place.array.reg, place.slot);
+      continue;
+    }
     emit(with_storage(Op::kSetElementNumber, copy.storage), copy.reg, place.array.reg,
          place.index.reg);
+  }
   for (size_t i = arguments.held.size(); i > 0; --i) release(arguments.held[i - 1]);
 }
 
 void Compiler::call_into(const Expr* expr, Register target) {
   if (expr->is(ExprKind::kMethod)) return method_into(expr, target, kNoRegister);
-  Arguments arguments;
-  evaluate_arguments(expr, arguments);
-  mark(expr);
-  emit(Op::kCallRoutine, target, expr->routine->index + 1, arguments.registers.size());
-  emit_registers(arguments.registers);
-  finish_arguments(arguments);
+  routine_into(expr, target, kNoRegister);
 }
 
 /// `receiver` is that of a constructor; other calls bring their own.
@@ -102,14 +103,21 @@ void Compiler::method_into(const Expr* expr, Register target, Register receiver)
 void Compiler::new_into(const Expr* expr, Register target) {
   const uint16_t class_index = index_in(program_.classes, expr->class_info, "classes");
   mark(expr);
-  if (expr->left == nullptr) {
+  const ScriptClass* script_class = as_script_class(expr->class_info);
+  const bool plain = script_class == nullptr || script_class->initialiser == 0;
+  if (expr->left == nullptr && plain) {
     emit(Op::kNew, target, class_index);
     return;
   }
   // The target may be read by the constructor's arguments.
   const Operand made = allocate(Storage::kObject);
   emit(Op::kNew, made.reg, class_index);
-  method_into(expr->left, kNoRegister, made.reg);
+  if (!plain) initialise(*script_class, made.reg);
+  if (expr->left != nullptr && expr->left->is(ExprKind::kRoutine)) {
+    routine_into(expr->left, kNoRegister, made.reg);
+  } else if (expr->left != nullptr) {
+    method_into(expr->left, kNoRegister, made.reg);
+  }
   emit(Op::kMoveObject, target, made.reg);
   release(made);
 }
@@ -252,6 +260,13 @@ void Compiler::store(const Expr* target, const Operand& source) {
       emit(with_storage(Op::kSetElementNumber, source.storage), source.reg, place.array.reg,
            place.index.reg);
       return release(place);
+    }
+    case ExprKind::kField: {
+      const Operand object = value(target->left);
+      mark(target, target->left);
+      emit(with_storage(Op::kSetFieldNumber, source.storage), source.reg, object.reg,
+           target->variable->reg);
+      return release(object);
     }
     case ExprKind::kProperty: {
       const Operand object = value(target->left);

@@ -107,7 +107,8 @@ Op conversion_operation(Conversion conversion) {
 
 /// A local, or a variable of the module seen from its own code.
 bool Compiler::lies_in_register(const Variable& variable) const {
-  return !variable.by_ref && (!variable.global || routine_ == nullptr);
+  if (variable.by_ref) return false;
+  return !variable.global || (routine_ == nullptr && !variables_apart_);
 }
 
 Compiler::Operand Compiler::value(const Expr* expr) {
@@ -144,6 +145,11 @@ void Compiler::into(const Expr* expr, Register target) {
     case ExprKind::kUnary: {
       if (expr->type.kind == Kind::kBoolean) return condition_into(expr, target);
       const Operand operand = value(expr->left);
+      if (expr->type.kind == Kind::kVariant) {
+        mark(expr);
+        emit(Op::kVariantUnary, target, operand.reg, expr->op);
+        return release(operand);
+      }
       const bool negate = expr->operator_kind() == Operator::kNegate;
       Op op = negate ? Op::kNegateI : Op::kNotI;
       if (expr->type.kind == Kind::kInt64) op = negate ? Op::kNegateL : Op::kNotL;
@@ -167,6 +173,8 @@ void Compiler::into(const Expr* expr, Register target) {
       return convert_into(expr, target);
     case ExprKind::kIndex:
       return element_into(expr, target);
+    case ExprKind::kField:
+      return field_into(expr, target);
     case ExprKind::kProperty:
       return property_into(expr, target);
     case ExprKind::kNew:
@@ -225,7 +233,20 @@ void Compiler::binary_into(const Expr* expr, Register target) {
   arithmetic(expr, target);
 }
 
+/// Between two Variants. A comparison gives a Boolean, everything else a Variant.
+void Compiler::variant_operation(const Expr* expr, Register target) {
+  const Operand left = stable_value(expr->left, expr->right->calls);
+  const Operand right = value(expr->right);
+  mark(expr);
+  const bool compares = expr->type.kind == Kind::kBoolean;
+  emit(compares ? Op::kVariantCompare : Op::kVariantOperate, target, left.reg, right.reg);
+  emit_registers({expr->op});
+  release(right);
+  release(left);
+}
+
 void Compiler::arithmetic(const Expr* expr, Register target) {
+  if (expr->type.kind == Kind::kVariant) return variant_operation(expr, target);
   const Operator op = expr->operator_kind();
   const Operand left = stable_value(expr->left, expr->right->calls);
   const Expr* right_expr = expr->right;
@@ -258,6 +279,8 @@ void Compiler::arithmetic(const Expr* expr, Register target) {
 /// A comparison as a Boolean in a register.
 void Compiler::comparison(const Expr* expr, Register target) {
   Operator op = expr->operator_kind();
+  if (expr->left->type.kind == Kind::kVariant && expr->right->type.kind == Kind::kVariant)
+    return variant_operation(expr, target);
   const Operand left = stable_value(expr->left, expr->right->calls);
   const Operand right = value(expr->right);
   Register a = left.reg;

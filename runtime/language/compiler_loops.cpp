@@ -42,13 +42,17 @@ Compiler::Operand Compiler::for_step(const ForStmt& statement, Kind kind) {
     into(statement.step, step.reg);
   } else {
     emit_wide(Op::kLoadInteger, step.reg, 1);
-    if (kind == Kind::kDouble) emit(Op::kIntegerToDouble, step.reg, step.reg);
+    if (kind == Kind::kDouble || kind == Kind::kSingle)
+      emit(Op::kIntegerToDouble, step.reg, step.reg);
+    if (kind == Kind::kSingle) emit(Op::kDoubleToSingle, step.reg, step.reg);
   }
   if (!statement.down) return step;
   Op negate = Op::kNegateI;
   if (kind == Kind::kInt64) negate = Op::kNegateL;
-  if (kind == Kind::kDouble) negate = Op::kNegateD;
+  if (kind == Kind::kDouble || kind == Kind::kSingle) negate = Op::kNegateD;
+  if (kind == Kind::kSingle) emit(Op::kSingleToDouble, step.reg, step.reg);
   emit(negate, step.reg, step.reg);
+  if (kind == Kind::kSingle) emit(Op::kDoubleToSingle, step.reg, step.reg);
   return step;
 }
 
@@ -82,6 +86,7 @@ void Compiler::compile_for(const ForStmt& statement) {
     uint16_t width = 0;
     if (kind == Kind::kInt64) width = 1;
     if (kind == Kind::kDouble) width = 2;
+    if (kind == Kind::kSingle) width = 3;
     const auto test = static_cast<Op>(static_cast<uint16_t>(Op::kForTestI) + width);
     const auto advance = static_cast<Op>(static_cast<uint16_t>(Op::kForStepI) + width);
     emit(test, counter.reg, last.reg, step.reg);
@@ -125,14 +130,18 @@ void Compiler::compile_for_each(const ForEachStmt& statement) {
   mark(statement.array, statement.array);
   emit(Op::kArrayLength, length.reg, array.reg);
   emit_jump(Op::kJumpLessEqualI, leave, length.reg, index.reg);
-  const Storage storage = storage_of(variable.type.kind);
+  const Storage storage = storage_of(statement.element->type.kind);
   const Op get = with_storage(Op::kGetElementNumber, storage);
-  if (lies_in_register(variable)) {
+  const bool as_it_is = statement.value->is(ExprKind::kVariable);
+  if (as_it_is && lies_in_register(variable)) {
     emit(get, variable.reg, array.reg, index.reg);
   } else {
     const Operand element = allocate(storage);
+    statement.element->reg = element.reg;
     emit(get, element.reg, array.reg, index.reg);
-    store_variable(variable, element);
+    const Operand taken = value(statement.value);
+    store_variable(variable, taken);
+    release(taken);
     release(element);
   }
   compile_loop_body(statement.body, Leaves::kFor, leave, again);

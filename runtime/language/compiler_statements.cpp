@@ -70,28 +70,53 @@ void Compiler::place_variable(Variable& variable) {
   variable.reg = allocate(storage_of(variable.type.kind)).reg;
 }
 
+void Compiler::make_array(const DimStmt& statement, Register target) {
+  const Type& type = statement.variable->type;
+  std::vector<Operand> held;
+  std::vector<uint16_t> registers = bounds(statement.bounds, held);
+  while (registers.size() < type.rank) {
+    held.push_back(allocate(Storage::kNumber));
+    emit_wide(Op::kLoadInteger, held.back().reg, -1);
+    registers.push_back(held.back().reg);
+  }
+  mark_position(statement.position);
+  emit(Op::kNewArray, target, index_in(program_.types, type.element_type(), "types"),
+       registers.size());
+  emit_registers(registers);
+  for (size_t i = held.size(); i > 0; --i) release(held[i - 1]);
+}
+
 void Compiler::compile_dim(const DimStmt& statement) {
+  if (statement.is_static) return compile_static(statement);
   Variable& variable = *statement.variable;
   if (!variable.global) place_variable(variable);
-  if (statement.initial != nullptr) return into(statement.initial, variable.reg);
-  if (variable.type.kind == Kind::kArray) {
-    std::vector<Operand> held;
-    std::vector<uint16_t> registers = bounds(statement.bounds, held);
-    while (registers.size() < variable.type.rank) {
-      held.push_back(allocate(Storage::kNumber));
-      emit_wide(Op::kLoadInteger, held.back().reg, -1);
-      registers.push_back(held.back().reg);
-    }
-    mark_position(statement.position);
-    emit(Op::kNewArray, variable.reg,
-         index_in(program_.types, variable.type.element_type(), "types"), registers.size());
-    emit_registers(registers);
-    for (size_t i = held.size(); i > 0; --i) release(held[i - 1]);
-    return;
-  }
-  // A global is declared once; a local may be met again in a loop.
-  if (!variable.global)
+  if (statement.initial != nullptr || variable.type.kind == Kind::kArray)
+    return make_first_value(statement);
+  // A local may be met again in a loop, and a session may declare a variable again. A script's
+  // global is declared once.
+  if (!variable.global) {
     emit(with_storage(Op::kClearNumber, storage_of(variable.type.kind)), variable.reg);
+  } else if (variables_apart_) {
+    const Operand none = allocate(storage_of(variable.type.kind));
+    if (none.storage == Storage::kNumber) emit(Op::kClearNumber, none.reg);
+    store_variable(variable, none);
+    release(none);
+  }
+}
+
+/// A Static gets its value when it is reached for the first time.
+void Compiler::compile_static(const DimStmt& statement) {
+  const Variable& variable = *statement.variable;
+  if (statement.initial == nullptr && variable.type.kind != Kind::kArray) return;
+  const Label done = new_label();
+  const Operand flag = allocate(Storage::kNumber);
+  load_variable(*statement.reached, flag.reg);
+  emit_jump(Op::kJumpTrue, done, flag.reg);
+  emit_wide(Op::kLoadInteger, flag.reg, 1);
+  store_variable(*statement.reached, flag);
+  make_first_value(statement);
+  place(done);
+  release(flag);
 }
 
 void Compiler::compile_redim(const ReDimStmt& statement) {
@@ -106,12 +131,19 @@ void Compiler::compile_redim(const ReDimStmt& statement) {
 }
 
 void Compiler::compile_assign(const AssignStmt& statement) {
+  if (statement.value == nullptr) return discard(statement.target);
   const Expr* target = statement.target;
+  const Level level = used_;
+  for (const HeldPart& part : statement.held) {
+    place_variable(*part.variable);
+    into(part.value, part.variable->reg);
+  }
   if (target->is(ExprKind::kVariable) && lies_in_register(*target->variable))
     return into(statement.value, target->variable->reg);
   const Operand source = stable_value(statement.value, target->calls);
   store(target, source);
   release(source);
+  close_scope(level);
 }
 
 void Compiler::compile_print(const PrintStmt& statement) {

@@ -2,6 +2,9 @@
 // over.
 #include "language/lexer.h"
 
+#include <algorithm>
+
+#include "language/includes.h"
 #include "language/names.h"
 
 namespace krz {
@@ -10,6 +13,38 @@ namespace {
 bool is_digit(char c) { return c >= '0' && c <= '9'; }
 bool is_letter(char c) { return (fold_ascii(c) >= 'a' && fold_ascii(c) <= 'z') || c == '_'; }
 bool is_name_part(char c) { return is_letter(c) || is_digit(c); }
+
+struct Range {
+  char32_t first;
+  char32_t last;
+};
+
+// Letters of the world's scripts beyond ASCII, and the marks that combine with them; not signs and
+// punctuation.
+constexpr Range kLetters[] = {
+    {0xAA, 0xAA},       {0xB5, 0xB5},       {0xBA, 0xBA},     {0xC0, 0xD6},     {0xD8, 0xF6},
+    {0xF8, 0x37D},      {0x37F, 0x1FFF},    {0x2C00, 0x2FEF}, {0x3005, 0x3007}, {0x3021, 0xD7FF},
+    {0xF900, 0xFDCF},   {0xFE70, 0xFEFC},   {0xFF21, 0xFF3A}, {0xFF41, 0xFF5A}, {0xFF66, 0xFFDC},
+    {0x10000, 0x1EFFF}, {0x20000, 0x3FFFF},
+};
+
+/// Bytes of the letter beyond ASCII that the text begins with; 0 for none.
+size_t wide_letter(std::string_view text) {
+  const auto first = static_cast<unsigned char>(text.empty() ? 0 : text[0]);
+  if (first < 0xC2 || first > 0xF4) return 0;
+  const size_t length = first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
+  if (text.size() < length) return 0;
+  char32_t letter = first & (0xFFu >> (length + 1));
+  for (size_t i = 1; i < length; ++i) {
+    const auto next = static_cast<unsigned char>(text[i]);
+    if ((next & 0xC0) != 0x80) return 0;
+    letter = letter << 6 | (next & 0x3F);
+  }
+  for (const Range& range : kLetters) {
+    if (letter >= range.first && letter <= range.last) return length;
+  }
+  return 0;
+}
 bool is_line_end(char c) { return c == '\n' || c == '\r'; }
 
 int digit_value(char c) {
@@ -20,8 +55,9 @@ int digit_value(char c) {
 
 }  // namespace
 
-Lexer::Lexer(DiagnosticList& diagnostics)
-    : diagnostics_(diagnostics), text_(diagnostics.source().text()) {
+Lexer::Lexer(DiagnosticList& diagnostics, SourceOffset start)
+    : diagnostics_(diagnostics), text_(diagnostics.source().text()), position_(start) {
+  if (start > 0) return;
   if (text_.starts_with("\xEF\xBB\xBF")) position_ = 3;
   // A first line "#!/usr/bin/env …" names the program that runs the script.
   if (text_.substr(position_).starts_with("#!")) skip_comment();
@@ -49,6 +85,7 @@ bool Lexer::skip_continuation() {
   if (end < text_.size() && !is_line_end(text_[end])) return false;
   if (at(end) == '\r' && at(end + 1) == '\n') ++end;
   position_ = end < text_.size() ? end + 1 : end;
+  continues_ = position_ >= text_.size();
   return true;
 }
 
@@ -70,7 +107,7 @@ Token Lexer::next() {
     skip_blanks();
     if (position_ >= text_.size() || diagnostics_.full()) return make(TokenKind::kEnd, 0);
     const char c = text_[position_];
-    if (is_letter(c)) {
+    if (is_letter(c) || wide_letter(text_.substr(position_)) > 0) {
       const Token token = word();
       if (token.kind != TokenKind::kRem) return token;
       skip_comment();
@@ -95,14 +132,16 @@ Token Lexer::next() {
         return make(TokenKind::kDot, 1);
       case '=':
         return make(TokenKind::kEqual, 1);
+      case ':':
+        return make(TokenKind::kColon, 1);
       case '+':
-        return make(TokenKind::kPlus, 1);
+        return sign(TokenKind::kPlus, TokenKind::kPlusEqual);
       case '-':
-        return make(TokenKind::kMinus, 1);
+        return sign(TokenKind::kMinus, TokenKind::kMinusEqual);
       case '*':
-        return make(TokenKind::kStar, 1);
+        return sign(TokenKind::kStar, TokenKind::kStarEqual);
       case '/':
-        return make(TokenKind::kSlash, 1);
+        return sign(TokenKind::kSlash, TokenKind::kSlashEqual);
       case '\\':
         return make(TokenKind::kBackslash, 1);
       case '^':
@@ -117,17 +156,35 @@ Token Lexer::next() {
       case '&': {
         Token token;
         if (based_number(token)) return token;
-        return make(TokenKind::kAmpersand, 1);
+        return sign(TokenKind::kAmpersand, TokenKind::kAmpersandEqual);
       }
+      case '#':
+        // What the file holds stands behind this line.
+        if (is_include_line(text_, position_)) {
+          skip_comment();
+          continue;
+        }
+        [[fallthrough]];
       default:
         complain_about_character();
     }
   }
 }
 
+/// A sign by itself, or with "=" behind it.
+Token Lexer::sign(TokenKind alone, TokenKind assigning) {
+  if (at(position_ + 1) == '=') return make(assigning, 2);
+  return make(alone, 1);
+}
+
 Token Lexer::word() {
-  size_t end = position_ + 1;
-  while (is_name_part(at(end))) ++end;
+  size_t end = position_;
+  for (;;) {
+    const size_t length =
+        is_name_part(at(end)) ? 1 : wide_letter(text_.substr(std::min(end, text_.size())));
+    if (length == 0) break;
+    end += length;
+  }
   const std::string_view text = text_.substr(position_, end - position_);
   const uint32_t hash = hash_name(text);
   Token token = make(find_reserved_word(text, hash), text.size());

@@ -4,8 +4,10 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 #include "object/exceptions.h"
+#include "object/memory_budget.h"
 #include "runtime.h"
 
 namespace krz {
@@ -13,6 +15,9 @@ namespace {
 
 constexpr size_t kStackSlots = size_t{1} << 20;
 constexpr size_t kMostFrames = 10000;
+// What is kept for Destructors that run when everything else is in use.
+constexpr size_t kReservedFrames = 500;
+constexpr size_t kReservedSlots = size_t{1} << 16;
 constexpr size_t kLongestShownExpression = 60;
 
 }  // namespace
@@ -27,34 +32,37 @@ Machine::Machine(Runtime& runtime, Program& program, const SourceText& source)
     : runtime_(runtime),
       program_(program),
       source_(source),
-      stack_(static_cast<Slot*>(std::calloc(kStackSlots, sizeof(Slot))), std::free) {
-  size_t most_arguments = 1;
-  for (const MethodInfo* method : program.methods)
-    most_arguments = std::max(most_arguments, method->signature.parameters.size());
-  arguments_.resize(most_arguments);
+      stack_(static_cast<Slot*>(std::calloc(kStackSlots, sizeof(Slot))), std::free) {}
+
+Machine::~Machine() = default;
+
+bool Machine::start() {
+  if (stack_ == nullptr) {
+    runtime_.write_error("out of memory\n");
+    return false;
+  }
+  frames_.push_back({&program_.routines[0], nullptr, stack_.get(), kNoRegister});
+  variables_ = program_.routines[0].register_count;
+  outer_ = std::exchange(running_, this);
+  return true;
 }
 
-Machine::~Machine() {
-  unlock_object(script_arguments_);
-  unlock_object(uncaught_);
+void Machine::make_room_for_arguments() {
+  size_t most = 1;
+  for (const MethodInfo* method : program_.methods)
+    most = std::max(most, method->signature.parameters.size());
+  arguments_.resize(most);
 }
 
 int Machine::run() {
-  if (stack_ == nullptr) {
-    runtime_.write_error("out of memory\n");
-    return 1;
-  }
-  frames_.push_back({&program_.routines[0], nullptr, stack_.get(), kNoRegister});
+  if (!start()) return 1;
+  make_room_for_arguments();
   const Outcome outcome = execute();
-  while (!frames_.empty()) {
-    clean_frame(frames_.back());
-    frames_.pop_back();
-  }
-  if (outcome == Outcome::kUncaught) report_uncaught();
-  // What destructors raised has nobody left to see it.
-  unlock_object(take_pending_exception());
-  runtime_.flush_output();
-  switch (outcome) {
+  drop_frames(1);
+  clean_frame(frames_.back());
+  let_go_of_exceptions(outcome);
+  finish();
+  switch (real_outcome(outcome)) {
     case Outcome::kFinished:
       return 0;
     case Outcome::kQuit:
@@ -67,14 +75,82 @@ int Machine::run() {
   return 1;
 }
 
+Machine::Outcome Machine::run_piece() {
+  make_room_for_arguments();
+  // The program has grown: its routines may have moved, and there may be more variables.
+  const RoutineCode& variables = program_.routines[0];
+  const RoutineCode& piece = program_.routines[1];
+  frames_.front().code = &variables;
+  if (variables.register_count > variables_)
+    std::fill_n(stack_.get() + variables_, variables.register_count - variables_, Slot{});
+  variables_ = variables.register_count;
+  Slot* const registers = stack_.get() + variables_;
+  if (!has_room(piece, registers)) {
+    runtime_.write_error("there is no room for more variables\n");
+    return Outcome::kUncaught;
+  }
+  std::fill_n(registers, piece.register_count, Slot{});
+  base_ = bottom_ = frames_.size();
+  frames_.push_back({&piece, nullptr, registers, kNoRegister});
+  const Outcome outcome = execute();
+  drop_frames(1);
+  let_go_of_exceptions(outcome);
+  runtime_.flush_output();
+  return real_outcome(outcome);
+}
+
+void Machine::finish() {
+  base_ = bottom_ = 0;
+  drop_frames(1);
+  clean_frame(frames_.back());
+  unlock_object(std::exchange(script_arguments_, nullptr));
+  release_everything();
+  // What destructors of registered classes raised has nobody left to see it.
+  unlock_object(take_pending_exception());
+  if (stopping_ != Outcome::kFinished) forget_interrupt();
+  frames_.clear();
+  running_ = outer_;
+  runtime_.flush_output();
+}
+
+void Machine::drop_frames(size_t kept) {
+  while (frames_.size() > kept) {
+    clean_frame(frames_.back());
+    frames_.pop_back();
+  }
+}
+
+/// Reports what nobody caught.
+void Machine::let_go_of_exceptions(Outcome outcome) {
+  if (outcome == Outcome::kUncaught) report_uncaught();
+  unlock_object(std::exchange(uncaught_, nullptr));
+  unlock_object(take_pending_exception());
+}
+
+/// How code ended that a Destructor may have stopped.
+Machine::Outcome Machine::real_outcome(Outcome outcome) {
+  const Outcome stopping = std::exchange(stopping_, Outcome::kFinished);
+  if (stopping == Outcome::kFinished) return outcome;
+  forget_interrupt();
+  return outcome == Outcome::kUncaught ? outcome : stopping;
+}
+
+bool Machine::has_room(const RoutineCode& code, const Slot* registers) const {
+  const bool in_destructor = base_ > bottom_;
+  const size_t frames = kMostFrames + (in_destructor ? kReservedFrames : 0);
+  const size_t slots = kStackSlots - (in_destructor ? 0 : kReservedSlots);
+  const Slot* const end = stack_.get() + slots;
+  return frames_.size() < frames && registers <= end &&
+         static_cast<size_t>(end - registers) >= code.register_count;
+}
+
 /// Makes a frame for a routine and copies the arguments into it. False when there is no room; the
 /// exception is then raised.
 bool Machine::enter(const RoutineCode& code, const Instruction* arguments, const Instruction* next,
                     uint16_t result) {
   const Frame& caller = frames_.back();
   Slot* registers = caller.registers + caller.code->register_count;
-  if (frames_.size() >= kMostFrames ||
-      static_cast<size_t>(stack_.get() + kStackSlots - registers) < code.register_count) {
+  if (!has_room(code, registers)) {
     raise("StackOverflowException", "Subs and Functions call each other too deeply");
     return false;
   }
@@ -89,7 +165,7 @@ bool Machine::enter(const RoutineCode& code, const Instruction* arguments, const
   return true;
 }
 
-void Machine::clean_frame(const Frame& frame) {
+void Machine::clean_frame(const Frame frame) {
   for (const uint16_t reg : frame.code->string_registers) set_string(frame.registers[reg], nullptr);
   for (const uint16_t reg : frame.code->object_registers) set_object(frame.registers[reg], nullptr);
 }
@@ -120,7 +196,7 @@ bool Machine::unwind(const Instruction*& next, Slot*& registers) {
       registers = frame.registers;
       return true;
     }
-    if (frames_.size() == 1) {
+    if (frames_.size() == base_ + 1) {
       uncaught_ = exception;
       return false;
     }
@@ -144,6 +220,20 @@ void Machine::raise(std::string_view class_name, std::string message) {
   raise_exception(class_name, message);
   raised_class_ = class_name;
   raised_message_ = std::move(message);
+}
+
+bool Machine::raise_out_of_memory(std::string_view what) {
+  raise("OutOfMemoryException", "there is no memory for " + std::string(what));
+  memory_budget::take_refusal();
+  return false;
+}
+
+/// What a registered function did: false with the exception raised, also when memory was refused to
+/// it and it did not say so.
+bool Machine::check_call() {
+  const bool refused = memory_budget::take_refusal();
+  if (exception_pending()) return false;
+  return !refused || raise_out_of_memory("what this needs");
 }
 
 /// The receiver of the instruction before `next` is Nil.

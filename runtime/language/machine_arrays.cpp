@@ -4,6 +4,7 @@
 
 #include "language/machine.h"
 #include "language/text.h"
+#include "object/memory_budget.h"
 #include "runtime.h"
 
 namespace krz {
@@ -36,13 +37,12 @@ bool Machine::new_array_at(const Instruction& instruction, const Instruction* wo
   std::vector<int32_t> bounds;
   for (size_t i = 0; i < instruction.c; ++i)
     bounds.push_back(registers[word_register(words, i)].integer);
-  ArrayObject* array = element_count(bounds) <= kMostElements
-                           ? new_array(program_.types[instruction.b], bounds)
-                           : nullptr;
-  if (array == nullptr) {
+  if (element_count(bounds) > kMostElements) {
     raise("OutOfBoundsException", "no array has the upper bounds " + shown_bounds(bounds));
     return false;
   }
+  ArrayObject* array = new_array(program_.types[instruction.b], bounds);
+  if (array == nullptr) return raise_out_of_memory("an array");
   set_object(registers[instruction.a], array);
   return true;
 }
@@ -52,8 +52,7 @@ bool Machine::make_array_at(const Instruction& instruction, const Instruction* w
   const Type& type = program_.types[instruction.b];
   ArrayObject* array = new_array(type, {instruction.c - 1});
   if (array == nullptr) {
-    raise("OutOfMemoryException", "there is no memory for an array");
-    return false;
+    return raise_out_of_memory("an array");
   }
   for (size_t i = 0; i < instruction.c; ++i) {
     array->elements[i] = registers[word_register(words, i)];
@@ -66,6 +65,7 @@ bool Machine::make_array_at(const Instruction& instruction, const Instruction* w
 /// Elements whose indices both shapes have keep their values.
 bool Machine::resize_array(ArrayObject& array, const Instruction* words, size_t rank,
                            const Slot* registers) {
+  const Undisturbed undisturbed(*this);  // what is let go of may be all that holds the array
   std::vector<int32_t> bounds;
   for (size_t i = 0; i < rank; ++i) bounds.push_back(registers[word_register(words, i)].integer);
   const size_t count = element_count(bounds);
@@ -73,8 +73,21 @@ bool Machine::resize_array(ArrayObject& array, const Instruction* words, size_t 
     raise("OutOfBoundsException", "no array has the upper bounds " + shown_bounds(bounds));
     return false;
   }
-  std::vector<Slot> kept(count);
+  // The new elements are counted before the old ones are given back, as both live for a moment.
+  const size_t bytes = count * sizeof(Slot);
+  if (!memory_budget::take(bytes)) return raise_out_of_memory("the array");
+  std::vector<Slot> kept;
   std::vector<Slot> dropped;
+  try {
+    kept.resize(count);
+    size_t staying = 1;
+    for (size_t d = 0; d < rank; ++d)
+      staying *= static_cast<size_t>(int64_t{std::min(bounds[d], array.upper_bounds[d])} + 1);
+    dropped.reserve(array.elements.size() - staying);
+  } catch (const std::bad_alloc&) {
+    memory_budget::give_back(bytes);
+    return raise_out_of_memory("the array");
+  }
   std::vector<int32_t> index(rank, 0);
   for (const Slot& element : array.elements) {
     size_t place = 0;
@@ -94,6 +107,8 @@ bool Machine::resize_array(ArrayObject& array, const Instruction* words, size_t 
     }
   }
   array.elements = std::move(kept);
+  memory_budget::give_back(array.counted);
+  array.counted = bytes;
   array.upper_bounds = std::move(bounds);
   for (const Slot& element : dropped) unlock_slot(array.element_type, element);
   return true;
@@ -136,6 +151,7 @@ bool Machine::array_insert(ArrayObject& array, int32_t index, const Slot& value)
     raise("OutOfMemoryException", "the array is full");
     return false;
   }
+  if (!reserve_elements(array, array.elements.size() + 1)) return raise_out_of_memory("the array");
   lock_slot(array.element_type, value);
   array.elements.insert(array.elements.begin() + index, value);
   ++array.upper_bounds[0];
@@ -144,6 +160,7 @@ bool Machine::array_insert(ArrayObject& array, int32_t index, const Slot& value)
 
 /// Takes an element out. Its lock goes to `taken`, or is given back without one.
 bool Machine::array_remove(ArrayObject& array, int32_t index, Slot* taken) {
+  const Undisturbed undisturbed(*this);  // what is let go of may be all that holds the array
   if (index < 0 || static_cast<size_t>(index) >= array.elements.size())
     return raise_bounds(array, index);
   const Slot element = array.elements[static_cast<size_t>(index)];
@@ -206,8 +223,7 @@ bool Machine::script_arguments(Slot& target) {
     ArrayObject* array =
         new_array(simple_type(Kind::kString), {static_cast<int32_t>(given.size()) - 1});
     if (array == nullptr) {
-      raise("OutOfMemoryException", "there is no memory for an array");
-      return false;
+      return raise_out_of_memory("an array");
     }
     for (size_t i = 0; i < given.size(); ++i) array->elements[i].string = make_string(given[i]);
     script_arguments_ = array;

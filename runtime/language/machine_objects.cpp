@@ -16,6 +16,7 @@ void Machine::gather(const Instruction* words, size_t count, const Slot* registe
 
 bool Machine::call_method_at(const Instruction& instruction, const Instruction* words,
                              Slot* registers) {
+  const Undisturbed undisturbed(*this);
   const MethodInfo& method = *program_.methods[instruction.b];
   const REALobject receiver =
       instruction.c == kNoRegister ? nullptr : registers[instruction.c].object;
@@ -24,7 +25,7 @@ bool Machine::call_method_at(const Instruction& instruction, const Instruction* 
   call_method(method, receiver, arguments_.data(), &result);
   const Storage storage = storage_of(method.signature.result.kind);
   const bool has_result = method.signature.result.kind != Kind::kVoid;
-  if (exception_pending()) {
+  if (!check_call()) {
     if (has_result) unlock_slot(method.signature.result, result);
     return false;
   }
@@ -34,12 +35,13 @@ bool Machine::call_method_at(const Instruction& instruction, const Instruction* 
 
 bool Machine::call_setter_at(const Instruction& instruction, const Instruction* words,
                              Slot* registers) {
+  const Undisturbed undisturbed(*this);
   const MethodInfo& method = *program_.methods[instruction.b];
   const REALobject receiver =
       instruction.c == kNoRegister ? nullptr : registers[instruction.c].object;
   gather(words, method.signature.parameters.size(), registers);
   call_setter(method, receiver, arguments_.data(), registers[instruction.a]);
-  return !exception_pending();
+  return check_call();
 }
 
 /// Strings of the script are made when they are first needed: most of a long script does not run.
@@ -75,14 +77,18 @@ bool Machine::concatenate(const Instruction& instruction, const Instruction* wor
   }
   const REALstring joined = join_strings({parts, count});
   if (any && joined == nullptr) {
-    raise("OutOfMemoryException", "there is no memory for a string");
-    return false;
+    return raise_out_of_memory("a string");
   }
   set_string(registers[instruction.a], joined);
   return true;
 }
 
 bool Machine::to_text(const Slot& value, const Type& type, Slot& target) {
+  const VariantObject* held = type.kind == Kind::kVariant ? as_variant(value.object) : nullptr;
+  if (held != nullptr && held->value_type.kind >= Kind::kObject) {
+    raise("TypeMismatchException", a_type(held->value_type) + " has no text");
+    return false;
+  }
   if (type.kind == Kind::kInteger) {
     char digits[16];
     const auto end = std::to_chars(digits, digits + sizeof digits, value.integer).ptr;
@@ -90,7 +96,7 @@ bool Machine::to_text(const Slot& value, const Type& type, Slot& target) {
   } else {
     set_string(target, make_string(value_text(type, value)));
   }
-  return true;
+  return target.string != nullptr || raise_out_of_memory("a string");
 }
 
 bool Machine::box(const Slot& value, const Type& type, Slot& target) {
@@ -100,8 +106,7 @@ bool Machine::box(const Slot& value, const Type& type, Slot& target) {
   }
   VariantObject* variant = new_variant(type, value);
   if (variant == nullptr) {
-    raise("OutOfMemoryException", "there is no memory for a Variant");
-    return false;
+    return raise_out_of_memory("a Variant");
   }
   set_object(target, variant);
   return true;
@@ -113,7 +118,9 @@ bool Machine::unbox(REALobject variant, const Type& type, Slot& target) {
   Slot result;
   if (!convert_value(simple_type(Kind::kVariant), from, type, &result)) {
     const VariantObject* held = as_variant(variant);
-    raise("TypeMismatchException",
+    // A wrong class is what a cast from an object calls it, too.
+    const bool cast = type.kind >= Kind::kObject;
+    raise(cast ? "IllegalCastException" : "TypeMismatchException",
           "the Variant holds " + (held != nullptr ? a_type(held->value_type) : std::string("Nil")) +
               ", not " + a_type(type));
     return false;
@@ -133,14 +140,15 @@ bool Machine::is_a(REALobject object, const ClassInfo* class_info) const {
 }
 
 bool Machine::make_instance(const ClassInfo& class_info, Slot& target) {
+  const Undisturbed undisturbed(*this);
   const REALobject made = new_instance(class_info);
-  if (exception_pending()) {
+  if (made != nullptr && class_info.finalizer() != nullptr) link_instance(made);
+  if (made != nullptr && !check_call()) {
     unlock_object(made);
     return false;
   }
   if (made == nullptr) {
-    raise("OutOfMemoryException", "there is no memory for " + class_info.name());
-    return false;
+    return raise_out_of_memory(class_info.name());
   }
   set_object(target, made);
   return true;

@@ -3,8 +3,8 @@
 
 namespace krz {
 
-Parser::Parser(DiagnosticList& diagnostics, Arena& arena, NameTable& names)
-    : diagnostics_(diagnostics), arena_(arena), names_(names), lexer_(diagnostics) {
+Parser::Parser(DiagnosticList& diagnostics, Arena& arena, NameTable& names, SourceOffset start)
+    : diagnostics_(diagnostics), arena_(arena), names_(names), lexer_(diagnostics, start) {
   advance();
 }
 
@@ -27,12 +27,13 @@ void Parser::fail(const Token& token, std::string message) {
   if (!line_failed_ && diagnostics_.size() == found_before_line_)
     diagnostics_.add(token.offset, std::move(message));
   line_failed_ = true;
+  ++failures_;
 }
 
 std::string Parser::found() const {
   if (token_.kind == TokenKind::kEnd || token_.kind == TokenKind::kNewLine)
     return std::string(token_description(token_.kind));
-  return "“" + std::string(text_of(token_).substr(0, 40)) + "”";
+  return "“" + shown_text(text_of(token_), 40) + "”";
 }
 
 void Parser::unexpected(std::string_view wanted) {
@@ -49,11 +50,12 @@ bool Parser::expect(TokenKind kind, std::string_view where) {
 }
 
 bool Parser::at_line_end() const {
-  return token_.kind == TokenKind::kNewLine || token_.kind == TokenKind::kEnd;
+  return token_.kind == TokenKind::kNewLine || token_.kind == TokenKind::kEnd ||
+         token_.kind == TokenKind::kColon;
 }
 
 void Parser::skip_line() {
-  while (!at_line_end()) advance();
+  while (token_.kind != TokenKind::kNewLine && token_.kind != TokenKind::kEnd) advance();
   found_before_line_ = diagnostics_.size();
   accept(TokenKind::kNewLine);
   line_failed_ = false;
@@ -61,6 +63,7 @@ void Parser::skip_line() {
 
 void Parser::end_statement() {
   if (!at_line_end()) unexpected("the end of the line");
+  if (!line_failed_ && accept(TokenKind::kColon)) return;
   skip_line();
 }
 
@@ -86,14 +89,44 @@ TypeName Parser::parse_type_name() {
   return result;
 }
 
-ScriptTree Parser::parse() {
+Parser::Ending Parser::ending() const {
+  if (lexer_.continues()) return Ending::kUnfinished;
+  if (not_closed_ == 0) return Ending::kWhole;
+  return failures_ == 0 && diagnostics_.size() <= not_closed_ ? Ending::kUnfinished
+                                                              : Ending::kDamaged;
+}
+
+ScriptTree Parser::parse_expression_alone(uint32_t first_routine) {
   ScriptTree tree;
+  tree.routine_count = first_routine;
+  while (accept(TokenKind::kNewLine) || accept(TokenKind::kColon)) continue;
+  auto* statement = make_stmt<ExpressionStmt>(StmtKind::kExpression, token_.offset);
+  statement->expression = parse_expression();
+  while (accept(TokenKind::kNewLine) || accept(TokenKind::kColon)) continue;
+  if (token_.kind != TokenKind::kEnd) unexpected("the end of the line");
+  tree.body.first = statement;
+  return tree;
+}
+
+ScriptTree Parser::parse(uint32_t first_routine) {
+  ScriptTree tree;
+  tree.routine_count = first_routine;
   Stmt** tail = &tree.body.first;
   Routine** routine_tail = &tree.routines;
+  ClassDecl** class_tail = &tree.classes;
   while (token_.kind != TokenKind::kEnd && !diagnostics_.full()) {
+    const size_t mistakes_before = mistakes();
+    Stmt** const link = tail;
     if (token_.kind == TokenKind::kSub || token_.kind == TokenKind::kFunction) {
       parse_routine(tree, routine_tail);
-    } else if (at_block_end()) {
+      continue;
+    }
+    if (at_words("Class")) {
+      parse_class(tree, class_tail);
+      if (mistakes() != mistakes_before) tree.classes_whole = false;
+      continue;
+    }
+    if (at_block_end()) {
       std::string word(text_of(token_));
       const Token start = token_;
       advance();
@@ -104,7 +137,11 @@ ScriptTree Parser::parse() {
     } else {
       parse_statement(tail);
     }
+    if (mistakes() == mistakes_before) continue;
+    tree.body_whole = false;
+    for (Stmt* made = *link; made != nullptr; made = made->next) made->damaged = true;
   }
+  tree.names_lost = tree.names_lost || !tree.body_whole || diagnostics_.full();
   return tree;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,9 +15,19 @@ namespace krz {
 
 class Parser {
  public:
-  Parser(DiagnosticList& diagnostics, Arena& arena, NameTable& names);
+  /// Reads the source from `start` on.
+  Parser(DiagnosticList& diagnostics, Arena& arena, NameTable& names, SourceOffset start = 0);
 
-  ScriptTree parse();
+  /// A script. Its routines are numbered from `first_routine` on.
+  ScriptTree parse(uint32_t first_routine = 0);
+
+  /// An expression and nothing else, as the tree's only statement.
+  ScriptTree parse_expression_alone(uint32_t first_routine = 0);
+
+  /// How the text ended. Unfinished: more lines might make it whole. Damaged: the same, but
+  /// something else is wrong already.
+  enum class Ending : uint8_t { kWhole, kUnfinished, kDamaged };
+  Ending ending() const;
 
  private:
   // parser.cpp: tokens and names.
@@ -26,6 +37,8 @@ class Parser {
   void fail(const Token& token, std::string message);
   void unexpected(std::string_view wanted);
   std::string found() const;
+  /// Grows with everything that is wrong, whether it is reported or not.
+  size_t mistakes() const { return failures_ + diagnostics_.size(); }
   void skip_line();
   void end_statement();
   std::string_view text_of(const Token& token) const;
@@ -35,15 +48,28 @@ class Parser {
 
   // parser_declarations.cpp
   void parse_dim(Stmt**& tail);
+  void parse_static(Stmt**& tail);
+  void parse_variables(Stmt**& tail);
   void parse_const(Stmt**& tail);
-  void parse_routine(ScriptTree& tree, Routine**& tail);
+  Routine* parse_routine(ScriptTree& tree, Routine**& tail);
   RoutineParameter parse_parameter();
   std::span<Expr*> parse_bounds(TypeName& type_name);
+
+  // parser_classes.cpp
+  bool at_words(std::string_view first) const;
+  bool accept_word(std::string_view word);
+  void parse_class(ScriptTree& tree, ClassDecl**& tail);
+  void parse_member(ScriptTree& tree, ClassDecl& owner, Routine**& method_tail,
+                    ClassField**& field_tail, ClassConstant**& constant_tail);
 
   // parser_statements.cpp
   Block parse_block();
   void parse_statement(Stmt**& tail);
   void parse_simple_statement(Stmt**& tail);
+  void parse_simple_statements(Stmt**& tail);
+  std::optional<Operator> accept_assigning_operator();
+  bool at_argument_in_parens() const;
+  Expr* return_to_spaced_paren();
   Stmt* parse_if(SourceOffset position);
   IfStmt* parse_if_tail(SourceOffset opening);
   Stmt* parse_single_line_if(IfStmt* statement);
@@ -58,6 +84,7 @@ class Parser {
     return token_.kind == TokenKind::kSub || token_.kind == TokenKind::kFunction;
   }
   void recover_from_missing_end();
+  void not_closed(SourceOffset opening, std::string_view opener, std::string_view missing);
   void close(std::string_view opener, SourceOffset opening, TokenKind second);
 
   // parser_loops.cpp
@@ -97,6 +124,15 @@ class Parser {
     tail = &statement->next;
   }
   std::span<Expr*> take_scratch(size_t first);
+  static bool is_binary_operator(TokenKind kind);
+
+  /// A "(" with a blank before it, behind the name that a statement begins with.
+  struct SpacedParen {
+    size_t lexer_position;
+    Token token;
+    Token previous;
+    Expr* callee;
+  };
 
   DiagnosticList& diagnostics_;
   Arena& arena_;
@@ -105,8 +141,11 @@ class Parser {
   Token token_;
   Token previous_;
   std::vector<Expr*> scratch_;
+  std::optional<SpacedParen> spaced_paren_;
   int expression_depth_ = 0;
   int block_depth_ = 0;
+  size_t failures_ = 0;
+  size_t not_closed_ = 0;         // blocks that the end of the text cuts off
   size_t found_before_line_ = 0;  // diagnostics; what the lexer says of a line is enough for it
   bool line_failed_ = false;      // something on this line was reported already
 };

@@ -22,6 +22,19 @@ std::span<Expr*> Parser::parse_bounds(TypeName& type_name) {
 /// Dim a, b As Integer, c As String = "x": a type holds for the names before it that have none.
 void Parser::parse_dim(Stmt**& tail) {
   advance();
+  parse_variables(tail);
+}
+
+/// Static x As Integer = 0: declared like a Dim, living as long as the script.
+void Parser::parse_static(Stmt**& tail) {
+  advance();
+  Stmt** first = tail;
+  parse_variables(tail);
+  for (Stmt* one = *first; one != nullptr; one = one->next)
+    static_cast<DimStmt*>(one)->is_static = true;
+}
+
+void Parser::parse_variables(Stmt**& tail) {
   DimStmt* first_untyped = nullptr;
   do {
     auto* statement = make_stmt<DimStmt>(StmtKind::kDim, token_.offset);
@@ -77,6 +90,10 @@ RoutineParameter Parser::parse_parameter() {
     accept(TokenKind::kByVal);
   }
   if (accept(TokenKind::kOptional)) parameter.optional = true;
+  if (at_words("Assigns")) {
+    advance();
+    parameter.assigns = true;
+  }
   parameter.variable.position = token_.offset;
   parameter.variable.name = expect_name("a parameter");
   uint8_t rank = 0;
@@ -95,9 +112,10 @@ RoutineParameter Parser::parse_parameter() {
   return parameter;
 }
 
-void Parser::parse_routine(ScriptTree& tree, Routine**& tail) {
+Routine* Parser::parse_routine(ScriptTree& tree, Routine**& tail) {
   auto* routine = arena_.make<Routine>();
   const Token header = token_;
+  const size_t mistakes_before = mistakes();
   routine->header_begin = header.offset;
   routine->function = header.kind == TokenKind::kFunction;
   advance();
@@ -125,13 +143,17 @@ void Parser::parse_routine(ScriptTree& tree, Routine**& tail) {
   }
   routine->header_end = previous_.end();
   end_statement();
+  routine->header_whole = mistakes() == mistakes_before;
   routine->body = parse_block();
   routine->end = token_.offset;
   close(routine->function ? "Function" : "Sub", header.offset, header.kind);
 
+  routine->whole = mistakes() == mistakes_before;
+  tree.names_lost = tree.names_lost || !routine->header_whole;
   routine->index = tree.routine_count++;
   *tail = routine;
   tail = &routine->next;
+  return routine;
 }
 
 }  // namespace krz

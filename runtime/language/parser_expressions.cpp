@@ -65,6 +65,8 @@ BinaryOperator binary_operator(TokenKind kind) {
 
 }  // namespace
 
+bool Parser::is_binary_operator(TokenKind kind) { return binary_operator(kind).level > 0; }
+
 Expr* Parser::make_expr(ExprKind kind, SourceOffset position) {
   Expr* expr = arena_.make<Expr>();
   expr->kind = kind;
@@ -161,6 +163,10 @@ Expr* Parser::parse_postfix() {
       member->left = expr;
       expr = finish(member, expr->begin, expr->depth);
     } else if (token_.kind == TokenKind::kLeftParen) {
+      const bool apart = token_.offset > previous_.end();
+      if (apart && expression_depth_ == 0 && !spaced_paren_.has_value() &&
+          (expr->is(ExprKind::kName) || expr->is(ExprKind::kMember)))
+        spaced_paren_ = SpacedParen{lexer_.position(), token_, previous_, expr};
       Expr* call = make_expr(ExprKind::kCall, expr->position);
       const std::span<Expr*> arguments = parse_arguments_in_parens();
       call->left = expr;

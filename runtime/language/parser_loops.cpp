@@ -44,13 +44,9 @@ Stmt* Parser::parse_for_each(SourceOffset position) {
 /// "Next", with the loop's variable or without.
 void Parser::close_for(SourceOffset opening, const Expr* target) {
   if (!accept(TokenKind::kNext)) {
-    if (token_.kind == TokenKind::kEnd) {
-      if (!diagnostics_.full())
-        diagnostics_.add(opening, "this For is not closed; Next is missing");
-      return;
-    }
-    fail(token_, "Next is expected here, for the For in line " +
-                     std::to_string(diagnostics_.source().line_of(opening)));
+    if (token_.kind == TokenKind::kEnd) return not_closed(opening, "For", "Next");
+    fail(token_, "Next is expected here, for the For in " +
+                     diagnostics_.source().line_text(opening, token_.offset));
     recover_from_missing_end();
     return;
   }
@@ -72,11 +68,10 @@ Stmt* Parser::parse_while(SourceOffset position) {
   if (accept(TokenKind::kWend)) {
     end_statement();
   } else if (token_.kind == TokenKind::kEnd) {
-    if (!diagnostics_.full())
-      diagnostics_.add(position, "this While is not closed; Wend is missing");
+    not_closed(position, "While", "Wend");
   } else {
-    fail(token_, "Wend is expected here, for the While in line " +
-                     std::to_string(diagnostics_.source().line_of(position)));
+    fail(token_, "Wend is expected here, for the While in " +
+                     diagnostics_.source().line_text(position, token_.offset));
     recover_from_missing_end();
   }
   return statement;
@@ -102,10 +97,10 @@ Stmt* Parser::parse_do(SourceOffset position) {
     if (parse_loop_condition(statement)) statement->at_end = true;
     end_statement();
   } else if (token_.kind == TokenKind::kEnd) {
-    if (!diagnostics_.full()) diagnostics_.add(position, "this Do is not closed; Loop is missing");
+    not_closed(position, "Do", "Loop");
   } else {
-    fail(token_, "Loop is expected here, for the Do in line " +
-                     std::to_string(diagnostics_.source().line_of(position)));
+    fail(token_, "Loop is expected here, for the Do in " +
+                     diagnostics_.source().line_text(position, token_.offset));
     recover_from_missing_end();
   }
   return statement;

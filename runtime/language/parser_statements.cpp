@@ -41,6 +41,14 @@ Block Parser::parse_block() {
   return block;
 }
 
+/// The text ends inside a block.
+void Parser::not_closed(SourceOffset opening, std::string_view opener, std::string_view missing) {
+  ++not_closed_;
+  if (diagnostics_.full()) return;
+  diagnostics_.add(opening, "this " + std::string(opener) + " is not closed; " +
+                                std::string(missing) + " is missing");
+}
+
 /// The "End If", "End Sub", … of a block.
 void Parser::close(std::string_view opener, SourceOffset opening, TokenKind second) {
   const std::string wanted = "End " + std::string(opener);
@@ -53,14 +61,9 @@ void Parser::close(std::string_view opener, SourceOffset opening, TokenKind seco
       return end_statement();
     }
   }
-  if (start.kind == TokenKind::kEnd) {
-    if (!diagnostics_.full())
-      diagnostics_.add(opening,
-                       "this " + std::string(opener) + " is not closed; " + wanted + " is missing");
-    return;
-  }
-  fail(start, wanted + " is expected here, for the " + std::string(opener) + " in line " +
-                  std::to_string(diagnostics_.source().line_of(opening)));
+  if (start.kind == TokenKind::kEnd) return not_closed(opening, opener, wanted);
+  fail(start, wanted + " is expected here, for the " + std::string(opener) + " in " +
+                  diagnostics_.source().line_text(opening, start.offset));
   recover_from_missing_end();
 }
 
@@ -72,7 +75,7 @@ void Parser::recover_from_missing_end() {
 }
 
 void Parser::parse_statement(Stmt**& tail) {
-  if (accept(TokenKind::kNewLine)) return;
+  if (accept(TokenKind::kNewLine) || accept(TokenKind::kColon)) return;
   const SourceOffset position = token_.offset;
   Stmt* statement = nullptr;
   switch (token_.kind) {
@@ -132,6 +135,7 @@ void Parser::parse_simple_statement(Stmt**& tail) {
       return append(tail, statement);
     }
     case TokenKind::kName:
+      if (at_words("Static")) return parse_static(tail);
       break;
     default:
       // A conversion may be the receiver of a call: Integer is no reserved word, so a name or "("
@@ -141,7 +145,20 @@ void Parser::parse_simple_statement(Stmt**& tail) {
       return;
   }
 
+  spaced_paren_.reset();
   Expr* target = parse_postfix();
+  if (at_argument_in_parens()) target = return_to_spaced_paren();
+  if (const std::optional<Operator> op = accept_assigning_operator()) {
+    auto* statement = make_stmt<AssignStmt>(StmtKind::kAssign, position);
+    statement->target = target;
+    Expr* value = make_expr(ExprKind::kBinary, previous_.offset);
+    value->op = static_cast<uint8_t>(*op);
+    value->left = target;
+    value->right = parse_expression();
+    statement->value = finish(value, target->begin, std::max(target->depth, value->right->depth));
+    statement->reads_target = true;
+    return append(tail, statement);
+  }
   if (accept(TokenKind::kEqual)) {
     auto* statement = make_stmt<AssignStmt>(StmtKind::kAssign, position);
     statement->target = target;
@@ -164,6 +181,49 @@ void Parser::parse_simple_statement(Stmt**& tail) {
   }
   statement->expression = target;
   append(tail, statement);
+}
+
+std::optional<Operator> Parser::accept_assigning_operator() {
+  std::optional<Operator> op;
+  switch (token_.kind) {
+    case TokenKind::kPlusEqual:
+      op = Operator::kAdd;
+      break;
+    case TokenKind::kMinusEqual:
+      op = Operator::kSubtract;
+      break;
+    case TokenKind::kStarEqual:
+      op = Operator::kMultiply;
+      break;
+    case TokenKind::kSlashEqual:
+      op = Operator::kDivide;
+      break;
+    case TokenKind::kAmpersandEqual:
+      op = Operator::kConcatenate;
+      break;
+    default:
+      return op;
+  }
+  advance();
+  return op;
+}
+
+/// Whether the parentheses of "Check (a) < b, c", apart from the name, belong to the first argument
+/// of a call without parentheses of its own: more of it, or another argument, follows.
+bool Parser::at_argument_in_parens() const {
+  if (!spaced_paren_.has_value() || line_failed_) return false;
+  return token_.kind == TokenKind::kComma || token_.kind == TokenKind::kIsA ||
+         (token_.kind != TokenKind::kEqual && is_binary_operator(token_.kind));
+}
+
+/// Goes back to where the parentheses begin; what they were taken for is dropped.
+Expr* Parser::return_to_spaced_paren() {
+  const SpacedParen back = *spaced_paren_;
+  spaced_paren_.reset();
+  lexer_.return_to(back.lexer_position);
+  token_ = back.token;
+  previous_ = back.previous;
+  return back.callee;
 }
 
 Stmt* Parser::parse_print(SourceOffset position) {
@@ -223,7 +283,7 @@ Stmt* Parser::parse_if(SourceOffset position) {
   statement->condition = parse_expression();
   expect(TokenKind::kThen, {});
   if (!at_line_end() && !line_failed_) return parse_single_line_if(statement);
-  skip_line();
+  end_statement();
   statement->body = parse_block();
   statement->otherwise = parse_if_tail(position);
   return statement;
@@ -258,14 +318,25 @@ IfStmt* Parser::parse_if_tail(SourceOffset opening) {
   return first;
 }
 
+/// Statements with colons between them, up to what ends the branch of a single-line If.
+void Parser::parse_simple_statements(Stmt**& tail) {
+  parse_simple_statement(tail);
+  while (token_.kind == TokenKind::kColon && !line_failed_) {
+    const TokenKind following = lexer_.peek().kind;
+    if (following == TokenKind::kNewLine || following == TokenKind::kEnd) return;
+    advance();
+    if (token_.kind != TokenKind::kColon) parse_simple_statement(tail);
+  }
+}
+
 Stmt* Parser::parse_single_line_if(IfStmt* statement) {
   Stmt** tail = &statement->body.first;
-  parse_simple_statement(tail);
+  parse_simple_statements(tail);
   if (token_.kind == TokenKind::kElse && !line_failed_) {
     auto* otherwise = make_stmt<IfStmt>(StmtKind::kIf, token_.offset);
     advance();
     tail = &otherwise->body.first;
-    parse_simple_statement(tail);
+    parse_simple_statements(tail);
     statement->otherwise = otherwise;
   }
   end_statement();
@@ -315,7 +386,7 @@ Stmt* Parser::parse_select(SourceOffset position) {
   expect(TokenKind::kCase, {});
   statement->subject = parse_expression();
   end_statement();
-  while (accept(TokenKind::kNewLine)) continue;
+  while (accept(TokenKind::kNewLine) || accept(TokenKind::kColon)) continue;
 
   CaseClause** link = &statement->clauses;
   bool had_else = false;

@@ -3,6 +3,7 @@
 
 #include "language/checker.h"
 #include "language/compiler.h"
+#include "language/includes.h"
 #include "language/machine.h"
 #include "language/parser.h"
 #include "runtime.h"
@@ -31,10 +32,15 @@ std::unique_ptr<Script> Script::compile(Runtime& runtime, std::string_view sourc
   if (!fits) {
     list.add(0, "this script is larger than 16 MiB");
   } else {
+    read_includes(state->source, list);
     NameTable names;
     Parser parser(list, state->arena, names);
     ScriptTree tree = parser.parse();
-    if (list.empty()) Checker(runtime.registry(), list, state->arena, names).check(tree);
+    // What members a damaged class has cannot be said; the rest would be called wrong for it.
+    if (!list.full() && tree.classes_whole) {
+      Checker(runtime.registry(), list, state->arena, names, state->program.script_classes)
+          .check(tree);
+    }
     if (list.empty()) Compiler(state->program, list, names).compile(tree);
   }
   diagnostics = list.take();
@@ -45,5 +51,7 @@ std::unique_ptr<Script> Script::compile(Runtime& runtime, std::string_view sourc
 int Script::run() { return Machine(state_->runtime, state_->program, state_->source).run(); }
 
 void Script::interrupt() { Machine::interrupt(); }
+
+bool Script::is_interrupted() { return Machine::interrupted(); }
 
 }  // namespace krz

@@ -48,6 +48,9 @@ class KRZ_API Script {
   /// with exit status 130. May be called from a signal handler.
   static void interrupt();
 
+  /// Whether that was asked for. What takes long inside of one call has to look.
+  static bool is_interrupted();
+
  private:
   struct State;
   explicit Script(std::unique_ptr<State> state);

@@ -46,6 +46,12 @@ constexpr std::string_view kSigns[] = {
     "\\",
     "^",
     "&",
+    ":",
+    "+=",
+    "-=",
+    "*=",
+    "/=",
+    "&=",
 };
 static_assert(std::size(kSigns) == static_cast<size_t>(TokenKind::kAnd));
 
@@ -74,6 +80,8 @@ TokenKind find_reserved_word(std::string_view text, uint32_t hash) {
   }
   return TokenKind::kName;
 }
+
+std::span<const std::string_view> reserved_words() { return kWords; }
 
 std::string_view token_description(TokenKind kind) {
   const auto number = static_cast<size_t>(kind);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string_view>
 
 #include "language/source.h"
@@ -33,6 +34,12 @@ enum class TokenKind : uint8_t {
   kBackslash,
   kCaret,
   kAmpersand,
+  kColon,
+  kPlusEqual,
+  kMinusEqual,
+  kStarEqual,
+  kSlashEqual,
+  kAmpersandEqual,
   // Reserved words. They stay usable as member names, after a dot.
   kAnd,
   kAs,
@@ -98,6 +105,9 @@ inline bool is_word(TokenKind kind) { return kind == TokenKind::kName || kind >=
 
 /// The reserved word of that text, kName when it is none.
 TokenKind find_reserved_word(std::string_view text, uint32_t hash);
+
+/// All of them, as they are usually written.
+std::span<const std::string_view> reserved_words();
 
 /// How a message calls a token of this kind: "a name", "“Then”".
 std::string_view token_description(TokenKind kind);
