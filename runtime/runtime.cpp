@@ -10,6 +10,7 @@
 #include "entries/entries.h"
 #include "library/library.h"
 #include "object/exceptions.h"
+#include "object/memory_budget.h"
 #include "object/object.h"
 
 namespace krz {
@@ -42,6 +43,7 @@ Runtime::Runtime(RuntimeOptions options) : state_(std::make_unique<State>()) {
   assert(!g_current);
   g_current = this;
   state_->options = std::move(options);
+  memory_budget::set_limit(state_->options.memory_budget);
   register_library(state_->registry);
 }
 

@@ -28,6 +28,13 @@ struct RuntimeOptions {
   std::function<void(std::string_view)> standard_output;
   std::function<void(std::string_view)> standard_error;
 
+  /// Bytes that scripts may hold in strings, arrays, objects and blocks before an
+  /// OutOfMemoryException; 0 for three quarters of what the machine and the process's limits leave.
+  size_t memory_budget = 0;
+
+  /// Whether movies that scripts open may have media data in files outside of their folders.
+  bool allow_external_files = false;
+
   /// What scripts see as `Args`, in UTF-8.
   std::vector<std::string> arguments;
 };

@@ -9,6 +9,7 @@
 #include "library/parts.h"
 #include "object/convert.h"
 #include "object/exceptions.h"
+#include "object/memory_budget.h"
 #include "object/object.h"
 #include "object/string.h"
 #include "object/text_codec.h"
@@ -100,6 +101,9 @@ struct Entries {
   std::unordered_map<Key, std::list<Entry>::iterator, KeyHash, KeyEqual> by_key;
 };
 
+// What an entry costs in the list and the table.
+constexpr size_t kEntrySize = 112;
+
 struct DictionaryData {
   Entries* entries;
 };
@@ -118,6 +122,7 @@ void clear(REALobject dictionary) {
   // Taken out first: what dies here may hold the dictionary.
   std::list<Entry> dying;
   entries_of(dictionary).by_key.clear();
+  memory_budget::give_back(entries_of(dictionary).in_order.size() * kEntrySize);
   dying.swap(entries_of(dictionary).in_order);
   for (const Entry& entry : dying) {
     unlock_object(entry.key);
@@ -156,11 +161,14 @@ REALobject get_value(REALobject dictionary, REALobject key) {
 
 void set_value(REALobject dictionary, REALobject key, REALobject value) {
   Entries& entries = entries_of(dictionary);
-  lock_object(value);
   if (const auto found = entries.by_key.find(key_of(key)); found != entries.by_key.end()) {
+    lock_object(value);
     unlock_object(std::exchange(found->second->value, value));
     return;
   }
+  if (!memory_budget::take(kEntrySize))
+    return raise_exception("OutOfMemoryException", "there is no memory for another entry");
+  lock_object(value);
   lock_object(key);
   entries.in_order.push_back({key, value});
   entries.by_key.emplace(key_of(key), std::prev(entries.in_order.end()));
@@ -182,6 +190,7 @@ void remove(REALobject dictionary, REALobject key) {
   const Entry entry = *found->second;
   entries.in_order.erase(found->second);
   entries.by_key.erase(found);
+  memory_budget::give_back(kEntrySize);
   unlock_object(entry.key);
   unlock_object(entry.value);
 }

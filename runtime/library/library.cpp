@@ -14,11 +14,17 @@ void register_library(Registry& registry) {
   register_memory_block(registry);
   register_folder_item(registry);
   register_movie(registry);
+  register_movie_samples(registry);
+  register_movie_saves(registry);
+  register_movie_tools(registry);
+  register_movie_chapters(registry);
   register_audio_layout(registry);
   register_text_parts(registry);
   register_text_search(registry);
   register_text_convert(registry);
+  register_value_types(registry);
   register_encodings(registry);
+  register_base64(registry);
   register_numbers(registry);
   register_system(registry);
   register_json(registry);

@@ -7,6 +7,7 @@
 
 #include "library/parts.h"
 #include "object/exceptions.h"
+#include "object/memory_budget.h"
 #include "object/object.h"
 #include "object/string.h"
 #include "registry/tables.h"
@@ -28,7 +29,7 @@ BlockData& data_of(REALobject block) { return data_in<BlockData>(block, g_class)
 
 void initialise(REALobject block) { data_of(block).little_endian = true; }
 
-void destroy(REALobject block) { std::free(data_of(block).bytes); }
+void destroy(REALobject block) { memory_budget::free_block(data_of(block).bytes); }
 
 // A larger block is new memory, whose zero bytes cost nothing until they are used; a block that
 // grew in place would have to be filled with them.
@@ -36,10 +37,11 @@ bool resize(REALobject block, int32_t size) {
   BlockData& data = data_of(block);
   if (size < 0) return false;
   // One byte more than asked for, so that a block of no bytes has an address.
-  auto* const bytes = static_cast<uint8_t*>(std::calloc(size_t(size) + 1, 1));
+  auto* const bytes =
+      static_cast<uint8_t*>(memory_budget::take_block(std::calloc(size_t(size) + 1, 1)));
   if (!bytes) return false;
   if (data.bytes) std::memcpy(bytes, data.bytes, size_t(std::min(size, data.size)));
-  std::free(data.bytes);
+  memory_budget::free_block(data.bytes);
   data.bytes = bytes;
   data.size = size;
   return true;

@@ -7,12 +7,17 @@
 
 namespace krz {
 
+void register_movie_samples(Registry& registry);
+void register_movie_saves(Registry& registry);
+void register_movie_chapters(Registry& registry);
+void register_movie_tools(Registry& registry);
 void register_exception_classes(Registry& registry);
 void register_audio_layout(Registry& registry);
 void register_text_parts(Registry& registry);
 void register_text_search(Registry& registry);
 void register_text_convert(Registry& registry);
 void register_encodings(Registry& registry);
+void register_base64(Registry& registry);
 void register_numbers(Registry& registry);
 void register_system(Registry& registry);
 void register_json(Registry& registry);
@@ -20,6 +25,7 @@ void register_dictionary(Registry& registry);
 void register_text_input_stream(Registry& registry);
 void register_text_output_stream(Registry& registry);
 void register_binary_stream(Registry& registry);
+void register_value_types(Registry& registry);
 void register_random(Registry& registry);
 
 /// A definition with no members yet.

@@ -1,5 +1,6 @@
 #include "object/exceptions.h"
 
+#include "object/memory_budget.h"
 #include "object/object.h"
 #include "object/string.h"
 #include "registry/invoke.h"
@@ -22,6 +23,7 @@ const PropertyInfo* message_property(REALobject exception) {
 
 void raise_exception(std::string_view class_name, std::string_view message, int32_t error_number) {
   if (g_pending) return;
+  const memory_budget::Reserve reserve;
   const Registry& registry = Runtime::current().registry();
   const ClassInfo* class_info = registry.find_class(class_name);
   if (!class_info) class_info = registry.find_class("RuntimeException");

@@ -1,8 +1,10 @@
 #include "object/object.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <new>
 
+#include "object/memory_budget.h"
 #include "object/string.h"
 #include "registry/class_info.h"
 
@@ -36,12 +38,17 @@ void construct(const ClassInfo& class_info, REALobject object) {
 }
 
 void destroy_instance(REALobject object) {
+  if (object->class_info && object->class_info->finalizer() &&
+      object->class_info->finalizer()(object)) {
+    ++g_live_objects;
+    return;
+  }
   for (const ClassInfo* c = object->class_info; c; c = c->superclass()) {
     if (const REALfunction destructor = c->definition()->destructor) {
       reinterpret_cast<void (*)(REALobject)>(destructor)(object);
     }
   }
-  std::free(object);
+  memory_budget::free_block(object);
 }
 
 void destroy_now(REALobject object) {
@@ -54,12 +61,14 @@ void destroy_now(REALobject object) {
       if (array->element_type.is_reference()) {
         for (const Slot& element : array->elements) unlock_slot(array->element_type, element);
       }
+      memory_budget::give_back(array->counted + sizeof *array);
       delete array;
       break;
     }
     case kVariantForm: {
       auto* variant = static_cast<VariantObject*>(object);
       unlock_slot(variant->value_type, variant->value);
+      memory_budget::give_back(sizeof *variant);
       delete variant;
       break;
     }
@@ -70,8 +79,13 @@ void destroy_now(REALobject object) {
 
 template <class T>
 T* new_counted(uint32_t form) {
+  if (!memory_budget::take(sizeof(T))) return nullptr;
   T* object = new (std::nothrow) T{};
-  if (!object) return nullptr;
+  if (!object) {
+    memory_budget::give_back(sizeof(T));
+    memory_budget::note_refusal();
+    return nullptr;
+  }
   object->locks = 1;
   object->flags = form;
   ++g_live_objects;
@@ -82,8 +96,8 @@ T* new_counted(uint32_t form) {
 
 REALobject new_instance(const ClassInfo& class_info) {
   if (!class_info.is_defined()) return nullptr;
-  auto* object =
-      static_cast<REALobject>(std::calloc(1, static_cast<size_t>(class_info.instance_size())));
+  auto* object = static_cast<REALobject>(
+      memory_budget::take_block(std::calloc(1, static_cast<size_t>(class_info.instance_size()))));
   if (!object) return nullptr;
   ++g_live_objects;
   object->locks = 1;
@@ -139,15 +153,39 @@ ArrayObject* new_array(const Type& element_type, const std::vector<int32_t>& upp
   }
   auto* array = new_counted<ArrayObject>(kArrayForm);
   if (!array) return nullptr;
+  const size_t bytes = static_cast<size_t>(count) * sizeof(Slot);
+  bool made = memory_budget::take(bytes);
+  if (made) array->counted = bytes;
   try {
     array->element_type = element_type;
     array->upper_bounds = upper_bounds;
-    array->elements.resize(static_cast<size_t>(count));
+    if (made) array->elements.resize(static_cast<size_t>(count));
   } catch (const std::bad_alloc&) {
-    unlock_object(array);
-    return nullptr;
+    memory_budget::note_refusal();
+    made = false;
   }
-  return array;
+  if (made) return array;
+  unlock_object(array);
+  return nullptr;
+}
+
+bool reserve_elements(ArrayObject& array, size_t count) {
+  const size_t wanted = count * sizeof(Slot);
+  if (wanted <= array.counted && count <= array.elements.capacity()) return true;
+  const size_t room = std::max({count, array.elements.size() * 2, size_t{4}});
+  const size_t bytes = room * sizeof(Slot);
+  // The elements lie in both places while they move.
+  if (!memory_budget::take(bytes)) return false;
+  try {
+    array.elements.reserve(room);
+  } catch (const std::bad_alloc&) {
+    memory_budget::give_back(bytes);
+    memory_budget::note_refusal();
+    return false;
+  }
+  memory_budget::give_back(array.counted);
+  array.counted = bytes;
+  return true;
 }
 
 ArrayObject* as_array(REALobject object) {

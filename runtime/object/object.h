@@ -45,12 +45,16 @@ struct ArrayObject : REALobjectStruct {
   Type element_type;
   std::vector<int32_t> upper_bounds;  // one a dimension; -1 is empty
   std::vector<Slot> elements;
+  size_t counted = 0;  // bytes of the elements that the memory budget knows
 };
 
 /// A new array of `upper_bounds.size()` dimensions, elements zero or nil, locked once. Null when
 /// there are no dimensions or more than eight, a bound is below -1, there would be more than 2^27
 /// elements, or memory is short.
 ArrayObject* new_array(const Type& element_type, const std::vector<int32_t>& upper_bounds);
+
+/// Makes room for so many elements in all, with some to grow. False when memory does not hold them.
+[[nodiscard]] bool reserve_elements(ArrayObject& array, size_t count);
 
 /// The array that an object is, null when it is none.
 ArrayObject* as_array(REALobject object);

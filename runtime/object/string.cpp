@@ -4,6 +4,7 @@
 #include <cstring>
 #include <limits>
 
+#include "object/memory_budget.h"
 #include "object/text_codec.h"
 
 namespace krz {
@@ -32,9 +33,11 @@ std::string transcode(std::string_view bytes, uint32_t from, uint32_t to) {
 
 REALstring make_string(std::string_view bytes, uint32_t text_encoding) {
   if (bytes.size() > static_cast<size_t>(std::numeric_limits<int32_t>::max()) - kTerminatorSize) {
+    memory_budget::note_refusal();
     return nullptr;
   }
-  auto* block = static_cast<char*>(std::malloc(kTextPosition + bytes.size() + kTerminatorSize));
+  auto* block = static_cast<char*>(
+      memory_budget::take_block(std::malloc(kTextPosition + bytes.size() + kTerminatorSize)));
   if (!block) return nullptr;
   auto* string = reinterpret_cast<REALstringStruct*>(block);
   string->locks = 1;
@@ -50,7 +53,7 @@ REALstring make_string(std::string_view bytes, uint32_t text_encoding) {
 
 void free_string(REALstring string) {
   --g_live_strings;
-  std::free(string);
+  memory_budget::free_block(string);
 }
 
 std::string string_utf8(REALstring string) {

@@ -1,5 +1,6 @@
 #include "registry/class_info.h"
 
+#include "object/object.h"
 #include "object/string.h"
 #include "registry/call_plan.h"
 #include "registry/declaration.h"
@@ -66,6 +67,19 @@ ClassInfo::ClassInfo(Registry& registry, std::string name)
     : registry_(registry), name_(std::move(name)) {}
 
 ClassInfo::~ClassInfo() = default;
+
+void ClassInfo::define(const ClassInfo* superclass, REALclassDefinition& definition) {
+  constexpr int32_t kDataAlignment = 16;
+  const auto aligned = [](int32_t size) {
+    return (size + kDataAlignment - 1) / kDataAlignment * kDataAlignment;
+  };
+  superclass_ = superclass;
+  definition_ = &definition;
+  data_offset_ = superclass ? superclass->instance_size()
+                            : aligned(static_cast<int32_t>(sizeof(REALobjectStruct)));
+  instance_size_ = data_offset_ + aligned(definition.data_size);
+  definition.host_slot = data_offset_;
+}
 
 ClassInfo::Members& ClassInfo::members() const {
   if (!members_) members_ = std::make_unique<Members>();

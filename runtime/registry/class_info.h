@@ -60,6 +60,10 @@ struct ConstantInfo {
   Slot value;  // a string here is locked by the registry
 };
 
+/// What happens to an instance of a script's class before the destructors of registered classes
+/// run. True when the instance lives on: somebody has locked it meanwhile, or will unlock it later.
+using InstanceFinalizer = bool (*)(REALobject);
+
 /// A class of the language. One object per name for the life of the registry: a name may be
 /// mentioned in a declaration before its class is registered, and `is_defined` turns true then.
 class KRZ_API ClassInfo {
@@ -76,6 +80,9 @@ class KRZ_API ClassInfo {
   bool is_a(
       const ClassInfo* other) const;  // the same class or a subclass; true for null ("Object")
 
+  /// Set for the classes of scripts alone, which no registry knows by name.
+  InstanceFinalizer finalizer() const { return finalizer_; }
+
   /// Members by name, without regard to case, this class first and then up the chain. Overloads of
   /// one name come together, those of a class extension included. Empty or null when there is none.
   std::span<const MethodInfo* const> find_methods(std::string_view name) const;
@@ -86,10 +93,17 @@ class KRZ_API ClassInfo {
   /// Names of all members, for listings and for "did you mean".
   std::vector<std::string> member_names() const;
 
- private:
-  friend class Registry;
+ protected:
   ClassInfo(Registry& registry, std::string name);
   ~ClassInfo();
+
+  /// Defines the class: its instance data lies behind that of `superclass`, which may be null.
+  void define(const ClassInfo* superclass, REALclassDefinition& definition);
+
+  InstanceFinalizer finalizer_ = nullptr;
+
+ private:
+  friend class Registry;
 
   struct Members;  // the parsed members, made on first use
   Members& members() const;

@@ -2,7 +2,6 @@
 
 #include <unordered_map>
 
-#include "object/object.h"
 #include "registry/members.h"
 #include "registry/names.h"
 
@@ -10,7 +9,6 @@ namespace krz {
 
 namespace {
 
-constexpr int32_t kDataAlignment = 16;
 constexpr int32_t kMaxDataSize = 1 << 20;
 constexpr int32_t kMaxMembers = 1 << 16;
 
@@ -24,10 +22,6 @@ constexpr NamedType kNamedTypes[] = {
     {"variant", Kind::kVariant}, {"int32", Kind::kInteger}, {"int64", Kind::kInt64},
     {"single", Kind::kSingle},
 };
-
-int32_t aligned(int32_t size) {
-  return (size + kDataAlignment - 1) / kDataAlignment * kDataAlignment;
-}
 
 bool is_count(int32_t count) { return count >= 0 && count <= kMaxMembers; }
 
@@ -99,12 +93,7 @@ void Registry::register_class(REALclassDefinition& definition) {
 
   auto& info = const_cast<ClassInfo&>(class_named(name));
   info.name_.assign(name);  // the same but for case
-  info.superclass_ = superclass;
-  info.definition_ = &definition;
-  info.data_offset_ = superclass ? superclass->instance_size()
-                                 : aligned(static_cast<int32_t>(sizeof(REALobjectStruct)));
-  info.instance_size_ = info.data_offset_ + aligned(definition.data_size);
-  definition.host_slot = info.data_offset_;
+  info.define(superclass, definition);
   state_->defined.push_back(&info);
   forget_members();
 }

@@ -1,0 +1,221 @@
+// Functions for chapters beyond what the module's classes say: the text of samples as people read
+// it, the short chapter list, languages. Tracks are named by their handle, as
+// QTTrackKRZ.TrackHandle gives it.
+#include <Toolbox/Toolbox.h>
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+#include "library/movie.h"
+#include "library/parts.h"
+#include "object/exceptions.h"
+#include "object/object.h"
+#include "object/string.h"
+#include "object/text_codec.h"
+#include "registry/tables.h"
+
+namespace krz {
+
+namespace {
+
+struct HandleDeleter {
+  void operator()(Handle handle) const { DisposeHandle(handle); }
+};
+using OwnedHandle = std::unique_ptr<Ptr, HandleDeleter>;
+
+std::string_view bytes_of(const OwnedHandle& handle) {
+  return {*handle.get(), static_cast<size_t>(GetHandleSize(handle.get()))};
+}
+
+Track track_of(int32_t handle) {
+  return reinterpret_cast<Track>(static_cast<uintptr_t>(static_cast<uint32_t>(handle)));
+}
+
+void raise_failure(OSErr status) { raise_exception("IOException", ToolboxErrorDetail(), status); }
+
+bool is_marked_utf16(std::string_view text) {
+  return text.starts_with("\xFE\xFF") || text.starts_with("\xFF\xFE");
+}
+
+/// The text in UTF-8: a mark decides, else it is UTF-8 if it can be, else MacRoman. What tools
+/// write into the encoding extension of samples is not what their text is in.
+std::string decoded(std::string_view text) {
+  uint32_t text_encoding = is_valid_utf8(text) ? encoding::kUtf8 : encoding::kMacRoman;
+  std::string units;
+  if (is_marked_utf16(text)) {
+    units = text.substr(2);
+    const bool is_big_endian = text.starts_with('\xFE');
+    for (size_t i = 0; is_big_endian && i + 1 < units.size(); i += 2)
+      std::swap(units[i], units[i + 1]);
+    text = units;
+    text_encoding = encoding::kUtf16;
+  } else if (text.starts_with("\xEF\xBB\xBF")) {
+    text.remove_prefix(3);
+  }
+  std::string result;
+  TextReader reader(text, text_encoding);
+  for (char32_t character = 0; reader.next(character);)
+    append_character(result, character, encoding::kUtf8);
+  return result;
+}
+
+/// The text of a sample: its length in 16 bits, which may be more than there is, then the text.
+std::string_view text_part(std::string_view sample) {
+  constexpr size_t kLengthBytes = 2;
+  if (sample.size() < kLengthBytes) return {};
+  const size_t length =
+      static_cast<uint8_t>(sample[0]) * size_t{256} + static_cast<uint8_t>(sample[1]);
+  return sample.substr(kLengthBytes, length);
+}
+
+// The text that a track shows at a time of the movie, as it is stored; "" where it shows none.
+std::string stored_text(int32_t track_handle, int32_t time) {
+  const Track track = track_of(track_handle);
+  const OwnedHandle sample(NewHandle(0));
+  const TimeValue media_time = TrackTimeToMediaTime(time, track);
+  if (!sample || media_time < 0) return {};
+  SInt32 size = 0;
+  const OSErr status = GetMediaSample(GetTrackMedia(track), sample.get(), 0, &size, media_time,
+                                      nullptr, nullptr, nullptr, nullptr, 1, nullptr, nullptr);
+  if (status != noErr) raise_failure(status);
+  return status == noErr ? std::string(text_part(bytes_of(sample))) : std::string();
+}
+
+REALstring sample_text(int32_t track, int32_t time) {
+  return make_string(decoded(stored_text(track, time)));
+}
+
+REALstring sample_encoding(int32_t track, int32_t time) {
+  const std::string text = stored_text(track, time);
+  return make_string(is_marked_utf16(text) ? "UTF-16" : is_valid_utf8(text) ? "UTF-8" : "MacRoman");
+}
+
+// Languages of media are three letters packed in 15 bits, or numbers of the classic system.
+constexpr int32_t kLeastPacked = 0x400;
+constexpr int32_t kUnspecified = 0x7FFF;
+constexpr std::string_view kClassicLanguages[] = {
+    "eng", "fra", "deu", "ita", "nld", "swe", "spa", "dan", "por", "nor", "heb", "jpn",
+    "ara", "fin", "ell", "isl", "mlt", "tur", "hrv", "zho", "urd", "hin", "tha", "kor",
+    "lit", "pol", "hun", "est", "lav", "sme", "fao", "fas", "rus", "zho"};
+
+REALstring language(int32_t track) {
+  const auto code = static_cast<uint16_t>(GetMediaLanguage(GetTrackMedia(track_of(track))));
+  if (code < std::size(kClassicLanguages)) return make_string(kClassicLanguages[code]);
+  if (code < kLeastPacked || code == kUnspecified) return make_string("und");
+  const char letters[] = {static_cast<char>(0x60 + (code >> 10 & 0x1F)),
+                          static_cast<char>(0x60 + (code >> 5 & 0x1F)),
+                          static_cast<char>(0x60 + (code & 0x1F))};
+  return make_string({letters, 3});
+}
+
+void set_language(int32_t track, REALstring name) {
+  const std::string_view text = string_bytes(name);
+  uint32_t code = 0;
+  for (const char letter : text)
+    code = code << 5 |
+           (letter >= 'a' && letter <= 'z' ? static_cast<uint32_t>(letter - 0x60) : 0x8000u);
+  if (text.size() != 3 || code > kUnspecified) {
+    raise_exception(
+        "InvalidArgumentException",
+        "\"" + std::string(text) + "\" is no language; it is three letters, as \"eng\"");
+    return;
+  }
+  SetMediaLanguage(GetTrackMedia(track_of(track)), static_cast<SInt16>(code));
+  if (GetMoviesError() != noErr) raise_failure(GetMoviesError());
+}
+
+constexpr size_t kEntryTitleAt = 9;
+
+/// Calls visit(start, title) for each entry of the movie's short chapter list.
+template <class Visit>
+void each_short_chapter(REALobject movie, Visit visit) {
+  const OwnedHandle entries(NewHandle(0));
+  if (!entries) return;
+  if (const OSErr status = ToolboxGetShortChapters(movie_reference(movie), entries.get());
+      status != noErr) {
+    raise_failure(status);
+    return;
+  }
+  std::string_view rest = bytes_of(entries);
+  while (rest.size() >= kEntryTitleAt) {
+    uint64_t start = 0;
+    for (size_t i = 0; i < 8; ++i) start = start << 8 | static_cast<uint8_t>(rest[i]);
+    const size_t length = static_cast<uint8_t>(rest[8]);
+    visit(static_cast<int64_t>(start), rest.substr(kEntryTitleAt, length));
+    rest.remove_prefix(std::min(rest.size(), kEntryTitleAt + length));
+  }
+}
+
+/// A new array with one slot for each entry of the list.
+template <class SlotOf>
+REALobject short_chapter_array(REALobject movie, Kind kind, SlotOf slot_of) {
+  ArrayObject* const array = new_array({kind}, {-1});
+  if (!array) return nullptr;
+  each_short_chapter(movie, [&](int64_t start, std::string_view title) {
+    array->elements.push_back(slot_of(start, title));
+  });
+  array->upper_bounds[0] = static_cast<int32_t>(array->elements.size()) - 1;
+  return array;
+}
+
+REALobject short_chapter_times(REALobject movie) {
+  return short_chapter_array(movie, Kind::kInt64, [](int64_t start, std::string_view) {
+    Slot slot;
+    slot.int64 = start;
+    return slot;
+  });
+}
+
+REALobject short_chapter_titles(REALobject movie) {
+  return short_chapter_array(movie, Kind::kString, [](int64_t, std::string_view title) {
+    Slot slot;
+    slot.string = make_string(decoded(title));
+    return slot;
+  });
+}
+
+// Times in units of 100 ns. A title's bytes in UTF-8 must be 255 at most.
+void set_short_chapters(REALobject movie, REALobject times, REALobject titles) {
+  const ArrayObject* const starts = as_array(times);
+  const ArrayObject* const texts = as_array(titles);
+  if (!starts || !texts || starts->elements.size() != texts->elements.size()) {
+    raise_exception("InvalidArgumentException", "each chapter of the list has a time and a title");
+    return;
+  }
+  std::string entries;
+  for (size_t i = 0; i < starts->elements.size(); ++i) {
+    const std::string title = string_utf8(texts->elements[i].string);
+    if (title.size() > 255) {
+      raise_exception("InvalidArgumentException",
+                      "title " + std::to_string(i + 1) + " has more than the 255 bytes that fit");
+      return;
+    }
+    const auto start = static_cast<uint64_t>(starts->elements[i].int64);
+    for (int shift = 56; shift >= 0; shift -= 8)
+      entries.push_back(static_cast<char>(start >> shift));
+    entries.push_back(static_cast<char>(title.size()));
+    entries += title;
+  }
+  const OSErr status = ToolboxSetShortChapters(movie_reference(movie), entries.data(),
+                                               static_cast<uint32_t>(entries.size()));
+  if (status != noErr) raise_failure(status);
+}
+
+const FunctionEntry kFunctions[] = {
+    KRZ_FUNCTION(sample_text, "SampleText(trackHandle as integer, time as integer) as string"),
+    KRZ_FUNCTION(sample_encoding,
+                 "SampleEncoding(trackHandle as integer, time as integer) as string"),
+    KRZ_FUNCTION(language, "TrackLanguage(trackHandle as integer) as string"),
+    KRZ_FUNCTION(set_language, "SetTrackLanguage(trackHandle as integer, language as string)"),
+    KRZ_FUNCTION(short_chapter_times, "ShortChapterTimes(movie as Movie) as int64()"),
+    KRZ_FUNCTION(short_chapter_titles, "ShortChapterTitles(movie as Movie) as string()"),
+    KRZ_FUNCTION(set_short_chapters,
+                 "SetShortChapters(movie as Movie, times() as int64, titles() as string)"),
+};
+
+}  // namespace
+
+void register_movie_chapters(Registry& registry) { registry.register_functions(kFunctions); }
+
+}  // namespace krz
