@@ -50,7 +50,9 @@ bool parse_arguments(const Command& command, std::span<char*> words, Invocation&
   std::string short_options = command.stops_at_argument ? "+:" : ":";
   for (size_t i = 0; i < command.options.size(); ++i) {
     const Option& one = command.options[i];
-    const int takes_value = one.value_name ? required_argument : no_argument;
+    const int takes_value = !one.value_name            ? no_argument
+                            : one.value_name[0] == '[' ? optional_argument
+                                                       : required_argument;
     long_options.push_back({one.name, takes_value, nullptr, static_cast<int>(i) + 256});
     if (one.letter) {
       short_options += one.letter;

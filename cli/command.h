@@ -15,9 +15,13 @@ enum ExitStatus : int {
   kFailed = 1,  // the work failed, the file is unchanged
   kWrongUsage = 2,
   kUnreadableInput = 3,  // the input cannot be read or is not supported
+  kRefused = 4,          // data would be lost
+  kNotWritten = 5,       // the original is intact
+  kSomeFailed = 6,       // of several files
 };
 
-/// An option of a command. `value_name` is null for a switch.
+/// An option of a command. `value_name` is null for a switch, and "[=NAME]" when the value may be
+/// left out.
 struct Option {
   const char* name;        // without the dashes
   char letter;             // 0 for none
@@ -29,7 +33,7 @@ struct Invocation;
 
 /// A command. Either `script` holds its program in the host language, or `run` does the work.
 struct Command {
-  const char* name;
+  const char* name;        // "info", or noun and verb, "track set"
   const char* synopsis;  // what follows the name, "FILE… [--json]"
   const char* summary;
   const char* examples;  // worked examples, ready to print
@@ -40,6 +44,13 @@ struct Command {
   const char* script;
   const char* json_script;  // what runs in its place for --json, so that neither compiles the other
   int (*run)(const Invocation& invocation);
+};
+
+/// The first word of several commands: `track` of "track list" and "track set".
+struct Noun {
+  const char* name;
+  const char* verbs;  // as the help lists them, "list|set"
+  const char* summary;
 };
 
 /// A command with what the user gave it.
@@ -54,11 +65,16 @@ struct Invocation {
   std::string_view value(std::string_view option) const;
 };
 
-/// Every command, in the order the help lists them.
+/// Every command, and every noun, in the order the help lists them: commands of one word first.
 std::span<const Command> commands();
+std::span<const Noun> nouns();
 
-/// The command of that name, null when there is none.
+/// The command or noun of that name, null when there is none.
 const Command* find_command(std::string_view name);
+const Noun* find_noun(std::string_view name);
+
+/// Whether a command begins with that noun.
+bool is_verb_of(const Command& command, const Noun& noun);
 
 /// Sorts `argv` (the words behind the command's name) into arguments and options. False when
 /// something is wrong, which has then been reported on standard error.

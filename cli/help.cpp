@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <cstring>
 #include <string>
 
 #include "runtime.h"
@@ -19,29 +20,40 @@ void pad_to(std::string& line, size_t column) {
   line.append(width < column ? column - width : 2, ' ');
 }
 
+void append_row(std::string& text, const std::string& words, const char* summary) {
+  std::string line = "  " + words;
+  pad_to(line, 32);
+  text += line + summary + "\n";
+}
+
 }  // namespace
+
+void print_noun_help(const Noun& noun) {
+  std::string text = std::string("krz ") + noun.name + ": " + noun.summary + "\n\n";
+  for (const Command& command : commands()) {
+    if (!is_verb_of(command, noun)) continue;
+    text += std::string("krz ") + command.name + " " + command.synopsis + "\n  " + command.summary +
+            "\n" + command.examples + "\n";
+  }
+  text += std::string("`krz help ") + noun.name + " VERB` lists the options of one.\n";
+  std::fwrite(text.data(), 1, text.size(), stdout);
+}
 
 void print_help() {
   std::string text =
       "krz looks inside QuickTime-style movies (.mov .mp4 .m4a .m4v) and runs scripts over them.\n"
-      "\n"
-      "Usage: krz COMMAND [ARGUMENT…]\n"
-      "\n"
-      "Commands:\n";
+      "Usage: krz COMMAND [ARGUMENT…], where the commands are:\n";
   for (const Command& command : commands()) {
-    std::string line = std::string("  ") + command.name + " " + command.synopsis;
-    pad_to(line, 32);
-    text += line + command.summary + "\n";
+    if (std::strchr(command.name, ' ')) continue;
+    append_row(text, std::string(command.name) + " " + command.synopsis, command.summary);
+  }
+  for (const Noun& noun : nouns()) {
+    append_row(text, std::string(noun.name) + " " + noun.verbs, noun.summary);
   }
   text +=
+      "  help [COMMAND], --version     options and worked examples of a command; what is loaded\n"
       "\n"
-      "  help [COMMAND]                options and worked examples of a command\n"
-      "  --version                     versions of krz, the plug-in and the toolbox\n"
-      "\n"
-      "Begin with:  krz demo           makes a movie and shows what is in it\n"
-      "             krz info clip.mov  shows what is in yours\n"
-      "\n"
-      "Exit status: 0 done, 1 failed, 2 wrong usage, 3 the input cannot be read.\n";
+      "Begin with `krz demo`, which makes a movie, or with `krz info clip.mov`.\n";
   std::fwrite(text.data(), 1, text.size(), stdout);
 }
 
@@ -53,7 +65,8 @@ void print_command_help(const Command& command) {
     std::string line = "  ";
     if (option.letter) line += std::string("-") + option.letter + ", ";
     line += std::string("--") + option.name;
-    if (option.value_name) line += std::string(" ") + option.value_name;
+    if (option.value_name)
+      line += (option.value_name[0] == '[' ? "" : " ") + std::string(option.value_name);
     pad_to(line, 24);
     text += line + option.help + "\n";
   }

@@ -11,6 +11,9 @@ void print_help();
 /// One command: its options and worked examples.
 void print_command_help(const Command& command);
 
+/// The verbs of a noun, each with its examples.
+void print_noun_help(const Noun& noun);
+
 /// krz, the module and the toolbox that it uses, with their versions.
 int print_version();
 

@@ -23,7 +23,12 @@ namespace {
 int unknown_command(std::string_view word) {
   std::string message = std::string(word) + " is not a command";
   std::vector<std::string_view> names;
-  for (const Command& command : commands()) names.emplace_back(command.name);
+  for (const Noun& noun : nouns()) names.emplace_back(noun.name);
+  for (const Command& command : commands()) {
+    if (std::string_view(command.name).find(' ') == std::string_view::npos) {
+      names.emplace_back(command.name);
+    }
+  }
   if (const std::string_view nearest = krz::nearest_name(word, names); !nearest.empty()) {
     message += "; did you mean `krz " + std::string(nearest) + "`?";
   } else {
@@ -33,20 +38,53 @@ int unknown_command(std::string_view word) {
   return kWrongUsage;
 }
 
+int unknown_verb(const Noun& noun, std::string_view word) {
+  report(std::string(noun.name) + (word.empty() ? " needs a verb" : " has no verb ") +
+         std::string(word) + "; its verbs are " + noun.verbs);
+  return kWrongUsage;
+}
+
+/// The command that the first words name, which are taken off `words`. Null when there is none,
+/// which has then been reported.
+const Command* take_command(std::span<char*>& words) {
+  const std::string_view first = words[0];
+  words = words.subspan(1);
+  if (const Noun* noun = find_noun(first)) {
+    const std::string_view verb = words.empty() ? std::string_view() : words[0];
+    const Command* command = find_command(std::string(first) + " " + std::string(verb));
+    if (command) {
+      words = words.subspan(1);
+    } else {
+      unknown_verb(*noun, verb);
+    }
+    return command;
+  }
+  const Command* command = find_command(first);
+  if (!command) unknown_command(first);
+  return command;
+}
+
+bool is_help(std::string_view word) { return word == "--help" || word == "-h"; }
+
 int help(std::span<char*> words) {
   if (words.empty()) {
     print_help();
     return kDone;
   }
-  const Command* command = find_command(words[0]);
-  if (!command) return unknown_command(words[0]);
+  const Noun* noun = find_noun(words[0]);
+  if (noun && (words.size() == 1 || is_help(words[1]))) {
+    print_noun_help(*noun);
+    return kDone;
+  }
+  const Command* command = take_command(words);
+  if (!command) return kWrongUsage;
   print_command_help(*command);
   return kDone;
 }
 
 bool asks_for_help(const Command& command, std::span<char*> words) {
   for (const std::string_view word : words) {
-    if (word == "--help" || word == "-h") return true;
+    if (is_help(word)) return true;
     if (word == "--" || (command.stops_at_argument && !word.starts_with('-'))) return false;
   }
   return false;
@@ -58,11 +96,12 @@ int dispatch(std::span<char*> words) {
     return kWrongUsage;
   }
   const std::string_view first = words[0];
-  const std::span<char*> rest = words.subspan(1);
-  if (first == "--help" || first == "-h" || first == "help") return help(rest);
+  if (is_help(first) || first == "help") return help(words.subspan(1));
   if (first == "--version") return print_version();
-  const Command* command = find_command(first);
-  if (!command) return unknown_command(first);
+  if (words.size() > 1 && is_help(words[1]) && find_noun(first)) return help(words);
+  std::span<char*> rest = words;
+  const Command* command = take_command(rest);
+  if (!command) return kWrongUsage;
   if (asks_for_help(*command, rest)) {
     print_command_help(*command);
     return kDone;

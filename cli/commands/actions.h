@@ -10,6 +10,8 @@
 namespace cli {
 
 int run_script(const Invocation& invocation);
+int check_scripts(const Invocation& invocation);
+int run_session(const Invocation& invocation);
 int list_classes(const Invocation& invocation);
 int make_demonstration(const Invocation& invocation);
 

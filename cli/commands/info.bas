@@ -45,9 +45,18 @@ Sub ShowTrack(t As QTTrackKRZ, index As Integer, timeScale As Integer)
   Dim line As String = PadLeft(Str(index), 4) + PadLeft(Str(t.TrackID), 6) + "  " + PadRight(kind, 6) + PadRight(format, 8)
   line = line + PadLeft(Clock(t.TimeOffset / timeScale), 8) + PadLeft(Clock((t.Duration - t.TimeOffset) / timeScale), 10)
   line = line + PadLeft(size, 11) + PadLeft(Str(t.Layer), 7) + PadLeft(Str(t.MediaSampleCount), 11)
+  If kind = "soun" Then line = line + SoundOf(t)
+  If t.FileCount > 1 Then line = line + "  " + Str(t.FileCount) + " files"
   If Not t.TrackEnabled Then line = line + "  disabled"
   Print line
 End Sub
+
+' Channels and rate of the first description.
+Function SoundOf(t As QTTrackKRZ) As String
+  Dim d As QTSoundSampleDescriptionKRZ = t.MediaSoundSampleDescription(1)
+  If d Is Nil Then Return ""
+  Return "  " + Str(d.ChannelCount) + " ch, " + Str(d.SampleRate) + " Hz"
+End Function
 
 Function PadLeft(text As String, width As Integer) As String
   Return Left(kBlanks, width - Len(text)) + text

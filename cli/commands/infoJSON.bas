@@ -1,4 +1,7 @@
 ' krz info --json: what is in a movie, for programs. One document; an array of them for several movies.
+#Include "chapterLists.bas"
+#Include "items.bas"
+#Include "descriptions.bas"
 
 Dim worst As Integer = 0
 Dim documents As New JSONItem("[]")
@@ -29,17 +32,17 @@ Function MovieDocument(m As Movie, path As String) As JSONItem
   document.Value("seconds") = m.Duration / m.TimeScale
   document.Value("trackCount") = m.TrackCountKRZ
   document.Value("apertureMode") = Nil
-  document.Value("hasChapterTrack") = False
+  document.Value("hasChapterTrack") = m.HasQTChapterTrackKRZ
   document.Value("hasTimeCodeTrack") = False
   Dim tracks As New JSONItem("[]")
   For i As Integer = 1 To m.TrackCountKRZ
     tracks.Append(TrackDocument(m.GetTrackIndexKRZ(i), i))
   Next
   document.Value("tracks") = tracks
-  document.Value("chapters") = New JSONItem("[]")
+  document.Value("chapters") = ChapterDocuments(m)
   document.Value("timeCode") = Nil
-  document.Value("metaData") = New JSONItem("[]")
-  document.Value("userData") = New JSONItem("[]")
+  document.Value("metaData") = ItemDocuments(m.MetaDataKRZ)
+  document.Value("userData") = UserDataDocuments(m.UserDataKRZ)
   Return document
 End Function
 
@@ -47,7 +50,7 @@ Function TrackDocument(t As QTTrackKRZ, index As Integer) As JSONItem
   Dim document As New JSONItem
   document.Value("index") = index
   document.Value("id") = t.TrackID
-  document.Value("mediaType") = CodeDocument(t.MediaType)
+  document.Value("mediaType") = CodeText(t.MediaType)
   document.Value("enabled") = t.TrackEnabled
   document.Value("duration") = t.Duration
   document.Value("offset") = t.TimeOffset
@@ -62,22 +65,38 @@ Function TrackDocument(t As QTTrackKRZ, index As Integer) As JSONItem
   document.Value("fileCount") = t.FileCount
   Dim descriptions As New JSONItem("[]")
   For i As Integer = 1 To t.MediaSampleDescriptionCount
-    Dim description As New JSONItem
-    description.Value("codecType") = FormatOf(t, i)
-    descriptions.Append(description)
+    descriptions.Append(DescriptionDocument(t, i))
   Next
   document.Value("sampleDescriptions") = descriptions
-  document.Value("isChapterTrack") = False
-  document.Value("chapterTrack") = Nil
-  document.Value("metaData") = New JSONItem("[]")
-  document.Value("userData") = New JSONItem("[]")
+  document.Value("isChapterTrack") = t.IsChapterTrack
+  document.Value("chapterTrack") = ChapterTrackDocument(t)
+  document.Value("metaData") = ItemDocuments(t.MetaData)
+  document.Value("userData") = UserDataDocuments(t.UserData)
+  document.Value("mediaTimeScale") = MediaTimeScale(t.TrackHandle)
   Return document
 End Function
 
-' A four-character code, Nil when the file does not say: the code is then four zero bytes.
-Function CodeDocument(code As String) As Variant
-  If code = "" Or Asc(code) = 0 Then Return Nil
-  Return code
+' The chapters of the movie's first chapter track; times in movie units.
+Function ChapterDocuments(m As Movie) As JSONItem
+  Dim documents As New JSONItem("[]")
+  Dim lists() As ChapterList = ChapterTracks(m)
+  If lists.Count = 0 Then Return documents
+  ReadChapters(lists(0))
+  For i As Integer = 0 To lists(0).Items.LastIndex
+    Dim document As New JSONItem
+    document.Value("time") = lists(0).Items(i).Start
+    document.Value("duration") = lists(0).EndOf(i) - lists(0).Items(i).Start
+    document.Value("text") = lists(0).Items(i).Title
+    documents.Append(document)
+  Next
+  Return documents
+End Function
+
+' The ID of the track that a track names as its chapters first, Nil for none.
+Function ChapterTrackDocument(t As QTTrackKRZ) As Variant
+  Dim chapters As QTChapterTrackKRZ = t.ChapterTrack
+  If chapters Is Nil Then Return Nil
+  Return chapters.TrackID
 End Function
 
 ' A moment of the file as text, Nil when the file does not say.
@@ -94,14 +113,6 @@ Function MatrixDocument(t As QTTrackKRZ) As JSONItem
     document.Append(m(i))
   Next
   Return document
-End Function
-
-' The four-character code of a sample description: bytes 4 to 7 of its record.
-Function FormatOf(t As QTTrackKRZ, index As Integer) As String
-  Dim raw As MemoryBlock = t.MediaSampleDescriptionRaw(index)
-  If raw Is Nil Then Return ""
-  If raw.Size < 8 Then Return ""
-  Return ConvertEncoding(DefineEncoding(raw.StringValue(4, 4), Encodings.MacRoman), Encodings.UTF8)
 End Function
 
 ' "2001-02-03T04:05:06Z" of seconds since 1904 that stand as unsigned 32 bits in an Integer.

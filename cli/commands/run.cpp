@@ -1,52 +1,19 @@
 // krz run, and every built-in command that is a script: one runtime, the module loaded, one
 // program.
-#include <fcntl.h>
 #include <signal.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <cerrno>
 #include <cstring>
 
 #include "command_line_class.h"
 #include "commands/actions.h"
+#include "commands/script_file.h"
 #include "language/script.h"
 #include "runtime.h"
 
 namespace cli {
 
 namespace {
-
-constexpr size_t kLongestScript = 16 * 1024 * 1024;
-
-bool read_everything(int descriptor, std::string& text) {
-  char buffer[65536];
-  for (;;) {
-    const ssize_t count = read(descriptor, buffer, sizeof buffer);
-    if (count == 0) return true;
-    if (count < 0) {
-      if (errno == EINTR) continue;
-      return false;
-    }
-    text.append(buffer, static_cast<size_t>(count));
-    if (text.size() > kLongestScript) {
-      errno = EFBIG;
-      return false;
-    }
-  }
-}
-
-/// Reads a script file, or standard input for "-".
-bool read_script(const std::string& path, std::string& text) {
-  if (path == "-") return read_everything(STDIN_FILENO, text);
-  const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  if (descriptor < 0) return false;
-  const bool complete = read_everything(descriptor, text);
-  const int error = errno;
-  close(descriptor);
-  errno = error;
-  return complete;
-}
 
 /// Ctrl-C ends the script, not the process: its objects still die in order.
 void end_script_on_interrupt() {
@@ -61,6 +28,7 @@ int run_program(std::string_view program, std::string file, const Invocation& in
                 std::vector<std::string> arguments) {
   krz::RuntimeOptions options;
   options.arguments = std::move(arguments);
+  options.allow_external_files = invocation.has("allow-external");
   // The process ends with this program, and takes the runtime with it faster than it could be
   // taken apart. Scripts do not notice: their objects die with the script.
   static krz::Runtime& runtime = *new krz::Runtime(std::move(options));
@@ -90,7 +58,7 @@ int run_script(const Invocation& invocation) {
     report(path + ": " + std::strerror(errno));
     return kUnreadableInput;
   }
-  return run_program(text, path == "-" ? "standard input" : path, invocation,
+  return run_program(text, script_name(path), invocation,
                      {invocation.arguments.begin() + 1, invocation.arguments.end()});
 }
 

@@ -1,6 +1,12 @@
 // Every command of krz: its words, options, help and program.
+#include <vector>
+
 #include "command.h"
 #include "commands/actions.h"
+#include "commands/chapter_commands.h"
+#include "commands/edit_commands.h"
+#include "commands/meta_commands.h"
+#include "commands/sample_commands.h"
 #include "commands/scripts.h"
 
 namespace cli {
@@ -11,11 +17,19 @@ constexpr Option kInfoOptions[] = {
     {"json", 0, nullptr, "one JSON document; an array of them for several movies"},
 };
 
+constexpr Option kCheckOptions[] = {
+    {"json", 0, nullptr, "an array of objects with file, line, column and message"},
+};
+
+constexpr Option kReplOptions[] = {
+    {"write", 'w', nullptr, "open the movie for changes, too"},
+};
+
 constexpr Option kClassesOptions[] = {
     {"json", 0, nullptr, "an array with every member's declaration"},
 };
 
-constexpr Command kCommands[] = {
+constexpr Command kGeneralCommands[] = {
     {.name = "info",
      .synopsis = "FILE… [--json]",
      .summary = "show what is in a movie",
@@ -40,6 +54,31 @@ constexpr Command kCommands[] = {
      .script = nullptr,
      .json_script = nullptr,
      .run = run_script},
+    {.name = "check",
+     .synopsis = "SCRIPT… [--json]",
+     .summary = "find the mistakes in scripts without running them",
+     .examples = "  krz check report.bas            every mistake with its place\n"
+                 "  krz check --json *.bas          the same for an editor\n",
+     .options = kCheckOptions,
+     .least_arguments = 1,
+     .most_arguments = -1,
+     .stops_at_argument = false,
+     .script = nullptr,
+     .json_script = nullptr,
+     .run = check_scripts},
+    {.name = "repl",
+     .synopsis = "[MOVIE]",
+     .summary = "try out the script language, line by line",
+     .examples =
+         "  krz repl clip.mov               the movie is m: type m.TrackCountKRZ, or m. and Tab\n"
+         "  echo '1 + 2' | krz repl         pieces from a pipe, values on standard output\n",
+     .options = kReplOptions,
+     .least_arguments = 0,
+     .most_arguments = 1,
+     .stops_at_argument = false,
+     .script = nullptr,
+     .json_script = nullptr,
+     .run = run_session},
     {.name = "classes",
      .synopsis = "[NAME] [--json]",
      .summary = "list the classes that scripts can use",
@@ -66,15 +105,50 @@ constexpr Command kCommands[] = {
      .run = make_demonstration},
 };
 
+constexpr Noun kNouns[] = {
+    {"track", "list|set|clone|delete", "tracks and their properties"},
+    {"edit", "list|cut|keep|insert|…", "cut, keep, repeat, stretch parts of a movie"},
+    {"chapters", "list|import|export|…", "the chapters of a movie"},
+    {"meta", "list|get|set|add|…", "titles, artists, pictures, locations, …"},
+    {"userdata", "list|get|add|…", "the classic lists of movies and tracks"},
+    {"samples", "list|extract", "list samples, copy their bytes"},
+    {"refs", "show|check|prune", "which track refers to which"},
+};
+
 }  // namespace
 
-std::span<const Command> commands() { return kCommands; }
+std::span<const Command> commands() {
+  static const std::vector<Command> all = [] {
+    std::vector<Command> list(std::begin(kGeneralCommands), std::end(kGeneralCommands));
+    for (const std::span<const Command> more :
+         {edit_commands(), chapter_commands(), meta_commands(), sample_commands()}) {
+      list.insert(list.end(), more.begin(), more.end());
+    }
+    return list;
+  }();
+  return all;
+}
+
+std::span<const Noun> nouns() { return kNouns; }
 
 const Command* find_command(std::string_view name) {
-  for (const Command& command : kCommands) {
+  for (const Command& command : commands()) {
     if (name == command.name) return &command;
   }
   return nullptr;
+}
+
+const Noun* find_noun(std::string_view name) {
+  for (const Noun& noun : kNouns) {
+    if (name == noun.name) return &noun;
+  }
+  return nullptr;
+}
+
+bool is_verb_of(const Command& command, const Noun& noun) {
+  const std::string_view name = command.name;
+  const std::string_view first = noun.name;
+  return name.starts_with(first) && name.substr(first.size()).starts_with(' ');
 }
 
 }  // namespace cli
