@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "atoms/atom_writer.h"
+#include "integration/described_movie.h"
 #include "toolbox/test_movies.h"
 
 namespace krz::test {
@@ -94,6 +95,51 @@ BuiltMovie descriptions() {
   return movie;
 }
 
+/// A text track of samples as they are, 60 ticks each.
+BuiltTrack raw_text_track(const std::vector<std::string>& samples) {
+  std::vector<std::pair<std::string, uint32_t>> places(samples.size(), {"", 60});
+  BuiltTrack track = toolbox::text_track(places);
+  track.data.clear();
+  for (const std::string& sample : samples)
+    track.data.insert(track.data.end(), sample.begin(), sample.end());
+  track.size_of = [samples](uint32_t sample) {
+    return static_cast<uint32_t>(samples[sample].size());
+  };
+  return track;
+}
+
+BuiltMovie odd_text() {
+  using namespace std::string_literals;
+  BuiltMovie movie;
+  // A sample of no bytes at all is missing: the builder takes a size of 0 for none given.
+  movie.tracks = {
+      small_video(),
+      raw_text_track({
+          "\0\6\xFE\xFF\0H\0i\0\0\0\x0C"s + "encd\0\0\1\0"s,  // marked, big-endian
+          "\0\6\xFF\xFEH\0i\0"s,                              // marked, little-endian
+          "\0\5\xEF\xBB\xBFHi"s,                              // UTF-8 with its mark
+          "\0\3\xC3\xA9x\0\0\0\x0C"s + "encd\0\0\1\0"s,       // UTF-8 as other tools write it
+          "\0\2\x8Ex"s,                                       // MacRoman
+          "\0\0"s,                                            // empty
+          "\xFF\xFFshort"s,                                   // lies about its length
+          "\0\2Hi\xFF\xFF\xFF\xFFhlit"s,                      // a lying extension
+          "\0\2Hi\0\0\0\0\0\0\0\0"s,                          // an extension without a size
+          "\0"s,                                              // half a length
+          "\0\3\xFE\xFF\0"s,                                  // half a character
+      })};
+  movie.tracks[0].references = {{four_cc("chap"), {2}}};
+  return movie;
+}
+
+/// Chapters of chapters: each track names the other, and the text track itself, too.
+BuiltMovie circles() {
+  BuiltMovie movie;
+  movie.tracks = {small_video(), toolbox::text_track({{"one", 300}, {"two", 300}})};
+  movie.tracks[0].references = {{four_cc("chap"), {2, 2, 99}}, {four_cc("sync"), {2}}};
+  movie.tracks[1].references = {{four_cc("chap"), {2, 1}}};
+  return movie;
+}
+
 BuiltMovie silent() {
   BuiltMovie movie;
   movie.tracks = {toolbox::sound_track(2, 0)};
@@ -115,6 +161,21 @@ BuiltMovie damaged() {
   return movie;
 }
 
+/// Samples of no bytes, of a gibibyte that is not there, and of a description that is not there.
+BuiltMovie huge_samples() {
+  BuiltMovie movie;
+  BuiltTrack empty = small_video();
+  empty.size_of = [](uint32_t sample) { return sample == 1 ? 5u : 0u; };
+  empty.sample_size = 0;
+  empty.data = {1, 2, 3, 4, 5};
+  BuiltTrack huge = small_video();
+  huge.stated_sample_size = 1 << 30;
+  BuiltTrack undescribed = small_video();
+  undescribed.chunk_runs = {{1, 1, 1}, {2, 1, 9}};
+  movie.tracks = {empty, huge, undescribed};
+  return movie;
+}
+
 /// Lets the first table of durations in a file claim far more rows than it has.
 void claim_too_many_durations(const std::string& path) {
   std::fstream file(path, std::ios::in | std::ios::out | std::ios::binary);
@@ -132,9 +193,19 @@ struct NamedMovie {
 };
 
 constexpr NamedMovie kMovies[] = {
-    {"lookup", lookup}, {"headers", headers}, {"old-headers", old_headers},
-    {"rates", rates},   {"ntsc", ntsc},       {"descriptions", descriptions},
-    {"silent", silent}, {"long", long_movie}, {"damaged", damaged},
+    {"lookup", lookup},
+    {"headers", headers},
+    {"old-headers", old_headers},
+    {"rates", rates},
+    {"ntsc", ntsc},
+    {"descriptions", descriptions},
+    {"odd-text", odd_text},
+    {"circles", circles},
+    {"silent", silent},
+    {"long", long_movie},
+    {"damaged", damaged},
+    {"described", described_movie},
+    {"huge-samples", huge_samples},
 };
 
 }  // namespace

@@ -16,9 +16,14 @@ namespace krz::test {
 ///   ntsc          three frames of 1001/30000 s in a movie of 600 ticks a second
 ///   long          four frames of 2^30 ticks each
 ///   descriptions  video of two descriptions and two files
+///   odd-text      video whose chapters are text samples of every kind and damage, 60 ticks each
+///   circles       video and text that name each other as their chapters
 ///   silent        a sound track without samples
 ///   damaged       video whose table of durations claims rows that are not there, and a track
 ///                 without media
+///   described     see described_movie.h
+///   huge-samples  video of samples without bytes; of a gibibyte each, which the file does not have;
+///                 whose second sample has a description that is missing
 /// Writes one of them. Fails: paramErr for another name, and as toolbox::write_movie().
 toolbox::Status write_script_movie(std::string_view name, const std::string& path);
 

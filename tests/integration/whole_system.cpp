@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <optional>
 
 #include "integration/script_movies.h"
 #include "object/exceptions.h"
@@ -13,10 +14,12 @@
 namespace krz::test {
 namespace {
 
+// The movies of the runtime that was prepared last: what a script changes, no other sees.
+std::optional<toolbox::ScratchFolder> g_folder;
+
 REALstring path_of_test_movie(REALstring name) {
-  static const toolbox::ScratchFolder folder;
   const std::string wanted(string_bytes(name));
-  const std::string path = folder.path(wanted + ".mov");
+  const std::string path = g_folder->path(wanted + ".mov");
   if (!std::filesystem::exists(path)) {
     const toolbox::Status written = write_script_movie(wanted, path);
     if (!written.ok()) {
@@ -37,6 +40,7 @@ const FunctionEntry kFunctions[] = {
 }  // namespace
 
 void prepare(Runtime& runtime, const std::string& module_path) {
+  g_folder.emplace();
   EXPECT_EQ(runtime.load_module(module_path), "");
   runtime.registry().register_functions(kFunctions);
 }

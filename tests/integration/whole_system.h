@@ -13,7 +13,8 @@ namespace krz::test {
 inline const std::string kModulePath = KRZ_BINARY_DIR "/lib/krz/krz-movie.so";
 
 /// Loads the module and gives scripts the functions of the tests:
-///   TestMovie(name As String) As String    the path of a movie of script_movies.h, written at need
+///   TestMovie(name As String) As String    the path of a movie of script_movies.h, written when
+///                                          a runtime first asks, in a folder of its own
 ///   LiveReferences() As Integer            references of the toolbox that are in use
 void prepare(Runtime& runtime, const std::string& module_path = kModulePath);
 

@@ -223,8 +223,20 @@ REALpictureStruct* picture_from_buffer(int32_t, int32_t, RBPixelType, void*, int
 }
 REALgraphicsStruct* picture_graphics(REALpictureStruct*) { return nullptr; }
 void clear_cache(REALpictureStruct*) {}
-int32_t upper_bound(REALobjectArrayStruct*) { return -1; }
-REALobject array_object(REALobjectArrayStruct*, int32_t) { return nullptr; }
+std::vector<REALobject>& elements_of(REALobjectArrayStruct* array) {
+  return *reinterpret_cast<std::vector<REALobject>*>(array);
+}
+int32_t upper_bound(REALobjectArrayStruct* array) {
+  if (current.claimed_upper_bound) return *current.claimed_upper_bound;
+  return static_cast<int32_t>(elements_of(array).size()) - 1;
+}
+REALobject array_object(REALobjectArrayStruct* array, int32_t index) {
+  if (index < 0 || static_cast<size_t>(index) >= elements_of(array).size())
+    broken_contract("reading element " + std::to_string(index) + " of an array");
+  const REALobject element = elements_of(array)[static_cast<size_t>(index)];
+  if (element) lock_object(element);
+  return element;
+}
 void* item_from_spec(const FSSpec*) { return nullptr; }
 uint8_t ref_from_item(REALfolderItemStruct*, FSRef*, HFSUniStr255*) { return 0; }
 

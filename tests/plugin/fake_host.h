@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -29,6 +30,8 @@ struct Host {
   int32_t memory_block_limit = 1 << 20;            // larger blocks cannot be made
   std::set<std::string> withheld;                  // entries that it does not have
   std::map<std::string, int32_t> foreign_classes;  // classes of others, and their data sizes
+
+  std::optional<int32_t> claimed_upper_bound;  // of every array, in place of the true one
 
   std::vector<std::string> asked;  // names given to the resolver, in order
   std::vector<std::string> calls;  // start-up and picture services, in order
@@ -68,6 +71,11 @@ void unlock(REALobject object);
 int locks_of(REALobject object);
 REALmovieStruct* make_movie(uint32_t toolbox_movie);
 REALobject as_object(REALmovieStruct* movie);
+
+/// The host's array of these objects, which borrows them.
+inline REALobjectArrayStruct* as_array(std::vector<REALobject>& objects) {
+  return reinterpret_cast<REALobjectArrayStruct*>(&objects);
+}
 REALmemoryBlockStruct* make_memory_block(std::string_view bytes);
 std::string bytes_of(REALmemoryBlockStruct* block);
 REALobject as_object(REALmemoryBlockStruct* block);

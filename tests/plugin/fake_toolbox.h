@@ -17,10 +17,19 @@ struct Toolbox {
   MatrixRecord matrix = {};
   TimeValue found_time = 0;
   TimeValue found_duration = 0;
-  std::string sample_description;  // empty: the call leaves the handle
+  std::string sample_description;       // empty: the call leaves the handle
+  std::string sample;                   // likewise
+  std::vector<TimeValue> sample_times;  // where samples begin; empty: found_time is all there is
+  std::vector<std::string> texts;       // the bytes of added text samples
+  std::vector<std::string> looks;       // and how they are to be drawn
+  std::map<std::string, void*> frameworks;  // their routines by name; empty: no framework is there
+  int foundation_objects = 0;               // strings, URLs and bundles that are not released
 };
 Toolbox& toolbox();
 void start();
+
+/// Makes a handle of the test's toolbox hold these bytes.
+void fill_handle(Handle handle, const std::string& bytes);
 
 /// Handles that are alive, and locks on them that nobody took back.
 int live_handles();

@@ -76,7 +76,12 @@ void use_the_module() {
       const PropertyEntry& property = one.properties[i];
       if (property.getter == kDirectField || std::string_view(property.type) != "String") continue;
       const auto getter = fake_host::function<REALstring(REALobject, intptr_t)>(property.getter);
-      EXPECT_EQ(getter(object, property.param), nullptr) << name << "." << property.name;
+      const REALstring text = getter(object, property.param);
+      // The font that a new chapter has by its number; everything else is not there yet.
+      if (std::string_view(property.name) != "FontName") {
+        EXPECT_EQ(text, nullptr) << name << "." << property.name;
+      }
+      if (text) fake_host::unlock(text);
     }
     for (int32_t i = 0; i < one.shared_method_count; ++i) {
       const REALstring text = fake_host::function<REALstring()>(one.shared_methods[i].function)();

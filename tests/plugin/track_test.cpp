@@ -274,6 +274,65 @@ TEST_F(TrackObjects, GiveRawSampleDescriptions) {
   EXPECT_EQ(lasterror(), -2050);
 }
 
+TEST_F(TrackObjects, ReadSamples) {
+  const char* declaration =
+      "GetMediaSample(byref data as Memoryblock, byref time as integer, byref durationPerSample as "
+      "integer, byref description as memoryblock, byref sampleDescriptionIndex as integer, "
+      "maxNumberOfSample as integer, byref numberOfSamples as integer, byref flags as integer) as "
+      "boolean";
+  REALmemoryBlockStruct* data = nullptr;
+  REALmemoryBlockStruct* description = nullptr;
+  int32_t time = 100, duration = 5, index = 6, count = 7, flags = 8;
+  const auto read = [&] {
+    return call<Boolean>(declaration, &data, &time, &duration, &description, &index, 9, &count,
+                         &flags) != 0;
+  };
+  EXPECT_FALSE(read()) << "no media";
+  EXPECT_EQ(toolbox().calls, Calls{"GetTrackMedia(7)"});
+  EXPECT_EQ((std::vector<int32_t>{time, duration, index, count, flags}),
+            (std::vector<int32_t>{100, 0, 6, 7, 0}));
+  EXPECT_EQ(lasterror(), -1);
+
+  toolbox().answers["GetTrackMedia"] = 20;
+  toolbox().sample = "sample";
+  toolbox().sample_description = "description";
+  toolbox().found_time = 90;
+  toolbox().found_duration = 30;
+  EXPECT_TRUE(read());
+  EXPECT_EQ(toolbox().calls,
+            (Calls{"GetTrackMedia(7)", "GetMediaSample(20, 0, 0, 100, 100, 0, 6, 9, 7, 0)"}));
+  EXPECT_EQ(fake_host::bytes_of(data), "sample");
+  EXPECT_EQ(fake_host::bytes_of(description), "description");
+  EXPECT_EQ((std::vector<int32_t>{time, duration, index, count, flags}),
+            (std::vector<int32_t>{90, 30, 2, 3, -4}));
+  EXPECT_EQ(lasterror(), 0);
+
+  // The blocks are given back; a description without data is delivered all the same.
+  toolbox().sample.clear();
+  toolbox().answers["GetMediaSample"] = -39;
+  toolbox().error = -2046;
+  EXPECT_FALSE(read());
+  EXPECT_EQ(data, nullptr);
+  EXPECT_EQ(fake_host::bytes_of(description), "description");
+  EXPECT_EQ((std::vector<int32_t>{time, duration, index, count, flags}),
+            (std::vector<int32_t>{90, 0, 2, 3, 0}));
+  EXPECT_EQ(lasterror(), -2046);
+  fake_host::unlock(fake_host::as_object(description));
+}
+
+TEST_F(TrackObjects, BeginAndEndMediaEdits) {
+  call<void>("BeginMediaEdits");
+  EXPECT_EQ(lasterror(), -1);
+  toolbox().answers["GetTrackMedia"] = 20;
+  toolbox().answers["BeginMediaEdits"] = -2044;
+  call<void>("BeginMediaEdits");
+  EXPECT_EQ(toolbox().calls, (Calls{"GetTrackMedia(7)", "BeginMediaEdits(20)"}));
+  EXPECT_EQ(lasterror(), -2044);
+  call<void>("EndMediaEdits");
+  EXPECT_EQ(toolbox().calls, (Calls{"GetTrackMedia(7)", "EndMediaEdits(20)"}));
+  EXPECT_EQ(lasterror(), 0);
+}
+
 TEST_F(TrackObjects, OfTheChapterClassShareTheData) {
   const REALobject chapters = fake_host::make_object("QTChapterTrackKRZ");
   krz::track_data(chapters).track = 7;

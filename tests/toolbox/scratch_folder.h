@@ -14,7 +14,7 @@ namespace toolbox {
 class ScratchFolder {
  public:
   ScratchFolder() {
-    std::string pattern = testing::TempDir() + "krz-XXXXXX";
+    std::string pattern = ::testing::TempDir() + "krz-XXXXXX";
     folder_ = ::mkdtemp(pattern.data());
   }
   ~ScratchFolder() { std::filesystem::remove_all(folder_); }
