@@ -52,11 +52,37 @@ class CommandLine(unittest.TestCase):
                 self.assertIn(expected, answer.stderr)
                 self.assertEqual(answer.stderr.count("\n"), 1)
 
+    def test_a_segment_of_another_movie_is_inserted(self):
+        movie = self.file("insert.mov", self.movie.read_bytes())
+        other = self.file("other.mov", self.movie.read_bytes())
+        for arguments, status, expected in (
+            ([other, "--at", "1", "--from", "3", "--to", "2"], 2, "nothing of"),
+            ([other, "--at", "1", "--from", "3-4"], 2, "is not a time"),
+            ([other, "0-1", "--at", "1"], 2, "give the two movies"),
+            ([other], 2, "say where to insert"),
+            (["1", "0-1", "--from", "3"], 2, "go with --at"),
+            ([self.path / "missing.mov", "--at", "1"], 3, "there is no such file"),
+        ):
+            with self.subTest(arguments=arguments):
+                answer = krz("edit", "insert", movie, *arguments, "-i")
+                self.assertEqual(answer.returncode, status, answer.stderr)
+                self.assertIn(expected, answer.stderr)
+        self.assertEqual(movie.read_bytes(), other.read_bytes())
+        answer = krz("edit", "insert", movie, other, "--at", "end", "--from", "1", "--to", "2", "-n")
+        self.assertIn("bytes would be written", answer.stdout)
+        self.assertEqual(movie.read_bytes(), other.read_bytes())
+        answer = krz("edit", "insert", movie, other, "--at", "1", "--to", "0.5", "--track", "video", "-i", "--prove")
+        self.assertEqual(answer.returncode, 0, answer.stderr)
+        self.assertIn("proved", answer.stdout)
+        other.unlink()
+        self.assertIn("good", krz("verify", movie).stdout)
+        self.assertEqual(krz("undo", movie).returncode, 0)
+
     def test_help_names_every_command_and_fits_a_screen(self):
         answer = krz("--help")
         self.assertEqual(answer.returncode, 0)
         self.assertLessEqual(answer.stdout.count("\n"), 24)
-        for command in ("info", "run", "classes", "demo"):
+        for command in ("info", "run", "check", "classes", "demo"):
             self.assertIn(f"\n  {command} ", answer.stdout)
             help_text = krz("help", command)
             self.assertEqual(help_text.returncode, 0)
@@ -102,7 +128,7 @@ class CommandLine(unittest.TestCase):
             list(document["tracks"][0]),
             ["index", "id", "mediaType", "enabled", "duration", "offset", "width", "height", "layer", "volume", "created",
              "modified", "matrix", "sampleCount", "fileCount", "sampleDescriptions", "isChapterTrack", "chapterTrack",
-             "metaData", "userData"])
+             "metaData", "userData", "mediaTimeScale"])
         self.assertTrue(text.startswith('{\n  "file": '))
 
     def test_unreadable_inputs_are_status_3_with_file_path_and_offset(self):
@@ -161,17 +187,6 @@ class CommandLine(unittest.TestCase):
         self.assertEqual((answer.returncode, answer.stdout), (0, "a b\n--json\n"), answer.stderr)
         self.assertEqual(krz("run", self.path / "nowhere.bas").returncode, 3)
 
-    def test_examples_run_on_the_demonstration(self):
-        examples = pathlib.Path(__file__).parents[2] / "examples"
-        expected = {
-            "tracks.bas": "3 tracks\n1 vide 160 120 20\n2 soun 0 0 80000\n3 text 160 20 3\n",
-            "longest_picture.bas": f"{self.movie}: 0.5 seconds, from second 0\n",
-        }
-        self.assertEqual(sorted(expected), sorted(path.name for path in examples.glob("*.bas")))
-        for name, output in expected.items():
-            answer = krz("run", examples / name, self.movie)
-            self.assertEqual((answer.returncode, answer.stdout), (0, output), answer.stderr)
-
     def test_interrupt_ends_an_endless_loop_at_once(self):
         script = self.file("endless.bas", "StdOut.WriteLine(\"on\")\nDo\nLoop\n")
         with subprocess.Popen([KRZ, "run", script], stdout=subprocess.PIPE, stderr=subprocess.PIPE) as process:
@@ -181,6 +196,28 @@ class CommandLine(unittest.TestCase):
             output, _ = process.communicate(timeout=10)
         self.assertEqual((process.returncode, output), (130, b"on\n"))
         self.assertLess(time.monotonic() - begin, 2)
+
+    def test_check_finds_mistakes_without_running(self):
+        good = self.file("good.bas", "Print 1\nDim m As Movie = OpenMovie(\"x.mov\")\n")
+        bad = self.file("bad.bas", "Print 1\nSub A()\n  Print (\nEnd Sub\nSub B()\n  Dim é As Integer = \"é\"\nEnd Sub\n")
+        wrong = self.file("wrong.bas", b'Print "\xff" + \xff\n')
+        answer = krz("check", good)
+        self.assertEqual((answer.returncode, answer.stdout, answer.stderr), (0, "", ""))
+        answer = krz("check", good, bad)
+        self.assertEqual((answer.returncode, answer.stdout), (1, ""))
+        self.assertRegex(answer.stderr, r"bad\.bas:3:10: error: a value[^:]*\n  Print \(\n +\^\n.*bad\.bas:6:22: error: .*must be an Integer")
+        answer = krz("check", "--json", bad, wrong)
+        self.assertEqual((answer.returncode, answer.stderr), (1, ""))
+        found = json.loads(answer.stdout)
+        self.assertEqual([(pathlib.Path(d["file"]).name, d["line"], d["column"]) for d in found],
+                         [("bad.bas", 3, 10), ("bad.bas", 6, 22), ("wrong.bas", 1, 13)])
+        self.assertEqual(list(found[0]), ["file", "line", "column", "message"])
+        self.assertEqual(krz("check", "--json", good).stdout, "[]\n")
+        self.assertEqual(krz("check").returncode, 2)
+        answer = krz("check", self.path / "nowhere.bas", bad)
+        self.assertEqual(answer.returncode, 3)
+        self.assertIn("nowhere.bas", answer.stderr)
+        self.assertIn("bad.bas:3:10", answer.stderr)
 
     def test_classes_lists_declarations_as_registered(self):
         listed = json.loads(krz("classes", "--json").stdout)

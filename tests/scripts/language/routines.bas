@@ -57,9 +57,27 @@ Dim wide As Int64 = 1
 Print Kind(1), Kind(1.5), Kind("x"), Kind(wide)  ' expect: Integer Double String Double
 
 Print Args.Count, Args(0), Args(1)               ' expect: 2 one two
-Function Nothing() As String
+Function Forever(limit As Integer) As Integer
+  Dim n As Integer
+  Do
+    n = n + 1
+    If n > limit Then Return n
+  Loop
 End Function
-Print "[" + Nothing() + "]"                      ' expect: []
+Print Forever(4)                                 ' expect: 5
+Function Picked(n As Integer) As String
+  Select Case n
+  Case 1
+    Return "one"
+  Case Else
+    Try
+      If n < 0 Then Raise New OutOfBoundsException Else Return "some"
+    Catch e As OutOfBoundsException
+      Return "below"
+    End Try
+  End Select
+End Function
+Print Picked(1), Picked(2), Picked(-1)           ' expect: one some below
 Quit(7)
 Print "not reached"
 ' expect-exit: 7

@@ -24,7 +24,7 @@ Catch e As IllegalCastException
 End Try
 Try
   Print QTChapterTrackKRZ(v).TrackID
-Catch e As TypeMismatchException
+Catch e As IllegalCastException
   Print "a plain track too"                  ' expect: a plain track too
 End Try
 
