@@ -78,6 +78,40 @@ toolbox::BuiltTrack compressed_sound() {
 
 }  // namespace
 
+void write_two_hours(const std::filesystem::path& path, uint64_t media_bytes,
+                     toolbox::BuiltMovie::Brand brand) {
+  constexpr uint32_t kPictures = 2 * 3600 * 30;
+  constexpr uint32_t kPackets = 2 * 3600 * 48000 / 1024;
+  const auto average = static_cast<uint32_t>(media_bytes / (kPictures + kPackets));
+  const auto size_of = [average](uint32_t i) { return average - average / 4 + i % (average / 2); };
+  toolbox::BuiltMovie movie;
+  toolbox::BuiltTrack video = toolbox::video_track(1920, 1080, kPictures, 1000, 30000);
+  video.display_offsets = toolbox::Rows::generated(kPictures, [](uint32_t i) {
+    return toolbox::Rows::Row{1, i % 3 * 1000, 0};
+  });
+  video.sync_samples = toolbox::Rows::generated(kPictures / 60, [](uint32_t i) {
+    return toolbox::Rows::Row{i * 60 + 1, 0, 0};
+  });
+  toolbox::BuiltTrack sound = toolbox::sound_track(2, kPackets, 48000);
+  sound.durations = toolbox::Rows::of({{kPackets, 1024, 0}});
+  for (toolbox::BuiltTrack* track : {&video, &sound}) {
+    track->sample_size = 0;
+    track->size_of = size_of;
+    track->samples_per_chunk = 4;
+    track->wide_chunk_offsets = true;
+    movie.tracks.push_back(std::move(*track));
+  }
+  movie.brand = brand;
+  movie.place = toolbox::BuiltMovie::MoviePlace::kBehindMedia;
+  write(movie, path);
+}
+
+void write_long_movie(const std::filesystem::path& path, uint32_t samples) {
+  toolbox::BuiltMovie movie;
+  movie.tracks = {long_track(samples)};
+  write(movie, path);
+}
+
 Movies make_movies(const std::filesystem::path& folder) {
   const Movies movies = {folder / "ten-seconds.mov", folder / "ten-million-samples.mov",
                          folder / "two-hundred-tracks.mov"};
@@ -85,9 +119,7 @@ Movies make_movies(const std::filesystem::path& folder) {
   small.tracks = {compressed_video(), compressed_sound()};
   write(small, movies.ten_seconds);
 
-  toolbox::BuiltMovie large;
-  large.tracks = {long_track(10'000'000)};
-  write(large, movies.ten_million_samples);
+  write_long_movie(movies.ten_million_samples, 10'000'000);
 
   toolbox::BuiltMovie many;
   for (int i = 0; i < 100; ++i) {

@@ -66,4 +66,9 @@ std::vector<Timing> time_in_turn(const std::vector<Command>& commands, int round
   return timings;
 }
 
+Timing time_once(const Command& command) {
+  const Run run = run_once(command);
+  return {run.wall_ms, run.wall_ms, run.peak_kib, run.exit_status};
+}
+
 }  // namespace bench

@@ -24,4 +24,7 @@ struct Timing {
 /// command.
 std::vector<Timing> time_in_turn(const std::vector<Command>& commands, int rounds);
 
+/// Runs one command once.
+Timing time_once(const Command& command);
+
 }  // namespace bench
