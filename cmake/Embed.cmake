@@ -5,7 +5,7 @@ function(krz_embed variable)
   add_custom_command(
     OUTPUT ${output}
     COMMAND ${CMAKE_COMMAND} -DOUTPUT=${output} "-DINPUTS=${ARGN}" -P ${PROJECT_SOURCE_DIR}/cmake/EmbedScripts.cmake
-    DEPENDS ${ARGN} ${PROJECT_SOURCE_DIR}/cmake/EmbedScripts.cmake
+    DEPENDS ${ARGN} ${KRZ_EMBED_SHARED} ${PROJECT_SOURCE_DIR}/cmake/EmbedScripts.cmake
     COMMENT "Embedding the built-in commands"
     VERBATIM)
   set(${variable} ${output} PARENT_SCOPE)

@@ -2,6 +2,7 @@
 #include <cstdlib>
 
 #include "file/memory_source.h"
+#include "metadata/metadata.h"
 #include "movie/interesting_times.h"
 #include "movie/movie.h"
 
@@ -54,6 +55,35 @@ void look_up_samples(const SampleTable& samples) {
   }
 }
 
+// Walks every list, and puts an item in and takes it out again: the lists are then what they were.
+void ask_lists(Annotations& lists) {
+  MetaData& metadata = lists.metadata();
+  UserDataList& user_data = lists.user_data();
+  const Bytes flat = user_data.flat();
+  size_t walked = 0;
+  for (auto id = metadata.next(0, {}); id.ok(); id = metadata.next(id.value(), {})) {
+    require(metadata.value(id.value()).ok());
+    require(metadata.property(id.value(), MetaData::kKey).ok());
+    require(metadata.property(id.value(), MetaData::kLocale).ok());
+    ++walked;
+  }
+  require(metadata.count({}).value() == walked);
+  for (FourCC type = user_data.next_type(0); type != 0; type = user_data.next_type(type)) {
+    require(user_data.count(type) > 0 && user_data.data(type, 1).ok());
+    static_cast<void>(user_data.text(type, 1, 0));
+  }
+  const FourCC name = four_cc("name");
+  const ByteView key(reinterpret_cast<const uint8_t*>(&name), sizeof name);
+  for (const FourCC storage :
+       {storage_format::kQuickTime, storage_format::kShortList, storage_format::kUserData}) {
+    const auto added = metadata.add({storage, key_format::kCommon, key}, {1, Bytes(3, 'x')});
+    if (!added.ok()) continue;
+    require(metadata.count({}).value() == walked + 1);
+    require(metadata.remove(added.value()).ok());
+  }
+  require(user_data.flat() == flat);
+}
+
 void open_and_ask(ByteView bytes) {
   auto source = std::make_unique<MemorySource>(Bytes(bytes.begin(), bytes.end()), "fuzz.mov");
   Result<OpenedMovie> opened = open_movie_source(std::move(source));
@@ -63,12 +93,14 @@ void open_and_ask(ByteView bytes) {
     require(!loaded.status().message().empty());
     return;
   }
-  const Movie& movie = *loaded.value();
+  Movie& movie = *loaded.value();
+  if (const auto lists = movie.annotations(); lists.ok()) ask_lists(*lists.value());
   require(movie.duration() >= 0);
   size_t asked = 0;
   for (const auto& track : movie.tracks()) {
     if (++asked > kMostTracks) break;
     track->check_invariants();
+    if (const auto lists = track->annotations(); lists.ok()) ask_lists(*lists.value());
     for (const int64_t tick : {int64_t{-1}, int64_t{0}, track->duration() / 2, track->duration()}) {
       static_cast<void>(track->timeline().media_time(tick));
     }
