@@ -107,6 +107,7 @@ int dispatch(std::span<char*> words) {
   const std::string_view first = words[0];
   if (is_help(first) || first == "help") return help(words.subspan(1));
   if (first == "--version") return print_version();
+  if (first == "--reference") return print_class_reference();
   if (words.size() > 1 && is_help(words[1]) && find_noun(first)) return help(words);
   std::span<char*> rest = words;
   const Command* command = take_command(rest);

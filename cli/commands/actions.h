@@ -15,6 +15,10 @@ int run_session(const Invocation& invocation);
 int list_classes(const Invocation& invocation);
 int make_demonstration(const Invocation& invocation);
 
+/// Prints docs/classes.md. Fails, and says on standard error what is missing, unless each member has
+/// its sentence and each sentence a member.
+int print_class_reference();
+
 /// Runs a program in the host language with the module loaded; `file` is what its diagnostics call
 /// it.
 int run_program(std::string_view program, std::string file, const Invocation& invocation,
