@@ -108,6 +108,9 @@ int dispatch(std::span<char*> words) {
   if (is_help(first) || first == "help") return help(words.subspan(1));
   if (first == "--version") return print_version();
   if (first == "--reference") return print_class_reference();
+  if (first == "--man") return print_man_page(words.subspan(1));
+  if (first == "--completions") return print_completion(words.subspan(1));
+  if (first == "--write-manual") return write_manual(words.subspan(1));
   if (words.size() > 1 && is_help(words[1]) && find_noun(first)) return help(words);
   std::span<char*> rest = words;
   const Command* command = take_command(rest);

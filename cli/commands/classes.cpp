@@ -2,8 +2,11 @@
 // and what is to be said about them.
 #include <cstdio>
 #include <nlohmann/json.hpp>
+#include <string_view>
+#include <vector>
 
 #include "commands/actions.h"
+#include "language/names.h"
 #include "reference/class_members.h"
 #include "reference/class_reference.h"
 #include "runtime.h"
@@ -39,6 +42,32 @@ bool load_module(krz::Runtime& runtime) {
   return failure.empty();
 }
 
+void report_no_class(std::string_view name, const std::vector<const krz::ClassInfo*>& classes) {
+  std::vector<std::string_view> names;
+  for (const krz::ClassInfo* one : classes) names.emplace_back(one->name());
+  const std::string_view nearest = krz::nearest_name(name, names);
+  report("there is no class " + std::string(name) +
+         (nearest.empty() ? "" : "; did you mean " + std::string(nearest) + "?") +
+         "; `krz classes` lists them");
+}
+
+/// A member of the class or of one that it inherits from.
+int print_member(const krz::ClassInfo& class_info, std::string_view name) {
+  for (const krz::ClassInfo* one = &class_info; one; one = one->superclass()) {
+    const std::string listing = member_listing(*one, name);
+    if (listing.empty()) continue;
+    std::fputs(listing.c_str(), stdout);
+    return kDone;
+  }
+  const std::vector<std::string> members = class_info.member_names();
+  const std::string_view nearest =
+      krz::nearest_name(name, std::vector<std::string_view>(members.begin(), members.end()));
+  report(class_info.name() + " has no member " + std::string(name) +
+         (nearest.empty() ? "" : "; did you mean " + std::string(nearest) + "?") +
+         "; `krz classes " + class_info.name() + "` lists them");
+  return kFailed;
+}
+
 }  // namespace
 
 int list_classes(const Invocation& invocation) {
@@ -46,12 +75,14 @@ int list_classes(const Invocation& invocation) {
   if (!load_module(runtime)) return kFailed;
   std::vector<const krz::ClassInfo*> classes = runtime.registry().classes();
   if (!invocation.arguments.empty()) {
-    const std::string& name = invocation.arguments.front();
+    const std::string_view asked = invocation.arguments.front();
+    const std::string_view name = asked.substr(0, asked.find('.'));
     const krz::ClassInfo* found = runtime.registry().find_class(name);
     if (!found) {
-      report("there is no class " + name + "; `krz classes` lists them");
+      report_no_class(name, classes);
       return kFailed;
     }
+    if (name.size() < asked.size()) return print_member(*found, asked.substr(name.size() + 1));
     classes = {found};
   }
   if (invocation.has("json")) {

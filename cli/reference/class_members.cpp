@@ -1,7 +1,8 @@
 #include "reference/class_members.h"
 
 #include <span>
-#include <string_view>
+
+#include "registry/names.h"
 
 namespace cli {
 
@@ -12,13 +13,8 @@ std::span<const Entry> table(const Entry* entries, int32_t count) {
   return {entries, static_cast<size_t>(count > 0 ? count : 0)};
 }
 
-/// The name that a declaration begins with.
-std::string name_of(std::string_view declaration) {
-  return std::string(declaration.substr(0, declaration.find_first_of(" (=")));
-}
-
 void add(MemberKind& kind, std::string declaration, bool is_assignable) {
-  std::string name = name_of(declaration);
+  std::string name(krz::declared_name(declaration));
   kind.members.push_back({std::move(name), std::move(declaration), is_assignable});
 }
 

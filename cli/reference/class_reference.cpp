@@ -6,6 +6,7 @@
 
 #include "reference/class_members.h"
 #include "reference/member_texts.h"
+#include "registry/names.h"
 
 namespace cli {
 
@@ -118,6 +119,24 @@ std::string class_listing(const krz::ClassInfo& class_info) {
       for (const DeclaredMember* member : group.members) out += "  " + member->declaration + "\n";
       append_wrapped(out, sentences(group, i == 0, i == 1), 6);
     }
+  }
+  return out;
+}
+
+std::string member_listing(const krz::ClassInfo& class_info, std::string_view name) {
+  std::string out;
+  const auto kinds = members_of(class_info);
+  for (size_t i = 0; i < kinds.size(); ++i) {
+    Group group{nullptr, {}};
+    for (const DeclaredMember& member : kinds[i].members) {
+      if (!krz::same_name(member.name, name)) continue;
+      out += class_info.name() + "." + member.declaration + "\n";
+      group.members.push_back(&member);
+    }
+    if (group.members.empty()) continue;
+    const ClassText* text = text_of(class_info);
+    group.text = text ? text->find(group.members.front()->name) : nullptr;
+    append_wrapped(out, sentences(group, i == 0, i == 1), 2);
   }
   return out;
 }

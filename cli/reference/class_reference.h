@@ -3,6 +3,7 @@
 
 #include <span>
 #include <string>
+#include <string_view>
 
 #include "registry/class_info.h"
 
@@ -10,6 +11,10 @@ namespace cli {
 
 /// One class, its members as they are declared and the sentences on them below.
 std::string class_listing(const krz::ClassInfo& class_info);
+
+/// The members of that name, in any case of letters, with the sentences on them. Empty when the
+/// class declares none itself.
+std::string member_listing(const krz::ClassInfo& class_info, std::string_view name);
 
 /// docs/classes.md: all classes in the order of the sentences, classes without any behind them.
 std::string class_reference(std::span<const krz::ClassInfo* const> classes);
