@@ -124,7 +124,8 @@ std::span<const Command> commands() {
   static const std::vector<Command> all = [] {
     std::vector<Command> list(std::begin(kGeneralCommands), std::end(kGeneralCommands));
     for (const std::span<const Command> more :
-         {edit_commands(), chapter_commands(), meta_commands(), sample_commands(), sound_commands()}) {
+         {edit_commands(), chapter_commands(), meta_commands(), sample_commands(),
+          sound_commands()}) {
       list.insert(list.end(), more.begin(), more.end());
     }
     return list;

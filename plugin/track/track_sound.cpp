@@ -50,9 +50,7 @@ void change_tone(REALobject object, Change change) {
 
 }  // namespace
 
-int32_t rbSoundBalance(REALobject object) {
-  return value_of<SInt16>(object, MediaGetSoundBalance);
-}
+int32_t rbSoundBalance(REALobject object) { return value_of<SInt16>(object, MediaGetSoundBalance); }
 
 void rbSetSoundBalance(REALobject object, int32_t value) {
   with_handler(object, [&](MediaHandler handler) {

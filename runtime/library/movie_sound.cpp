@@ -48,8 +48,8 @@ OSErr take_levels(int64_t start, uint32_t channels, const float* peaks, const fl
   return Script::is_interrupted() ? userCanceledErr : noErr;
 }
 
-// For each interval of `every` movie units and each channel two Singles: the peak and the root of the
-// mean square, 1 for full scale.
+// For each interval of `every` movie units and each channel two Singles: the peak and the root of
+// the mean square, 1 for full scale.
 REALmemoryBlockStruct* sound_levels(int32_t track, int32_t from, int32_t until, int32_t every,
                                     int32_t* channels) {
   Levels levels{{}, 0, Progress("time", from, std::max(from, until))};
@@ -103,8 +103,8 @@ void set_aperture(int32_t track, REALstring mode, double width, double height) {
     return;
   }
   const auto fixed = [](double value) { return static_cast<Fixed>(value * 65536 + 0.5); };
-  if (const OSErr status = ToolboxSetTrackAperture(track_of(track), code_of(mode), fixed(width),
-                                                   fixed(height));
+  if (const OSErr status =
+          ToolboxSetTrackAperture(track_of(track), code_of(mode), fixed(width), fixed(height));
       status != noErr) {
     raise_exception("IOException", ToolboxErrorDetail(), status);
   }

@@ -11,8 +11,8 @@
 
 namespace krz {
 
-/// Says nothing for the first second, nothing when standard error is no terminal, and takes its line
-/// away in the end.
+/// Says nothing for the first second, nothing when standard error is no terminal, and takes its
+/// line away in the end.
 class Progress {
  public:
   /// Work on `what` number `first` to `last`.

@@ -15,7 +15,8 @@ using toolbox::Status;
 namespace {
 
 Status no_such_mode(OSType mode) {
-  return {paramErr, toolbox::four_cc_text(mode) + " has no size of its own: that have clea, prod and enco"};
+  return {paramErr,
+          toolbox::four_cc_text(mode) + " has no size of its own: that have clea, prod and enco"};
 }
 
 }  // namespace

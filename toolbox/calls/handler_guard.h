@@ -34,7 +34,8 @@ ComponentResult guarded_handler_that(::MediaHandler reference, Answers answers, 
 /// The same for the calls of one type of media.
 template <class Body>
 ComponentResult guarded_handler(::MediaHandler reference, FourCC type, Body body) {
-  return guarded_handler_that(reference, [type](FourCC each) { return each == type; }, body);
+  return guarded_handler_that(
+      reference, [type](FourCC each) { return each == type; }, body);
 }
 
 }  // namespace toolbox::calls

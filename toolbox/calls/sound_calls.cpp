@@ -40,8 +40,7 @@ std::vector<double> amplitudes_of(const SoundWindow& window, const std::vector<u
   std::vector<double> strongest(bands.size());
   for (const std::vector<float>& channel : window.by_channel) {
     if (channel.empty()) continue;
-    const std::vector<double> amplitudes =
-        toolbox::band_amplitudes(channel, window.rate, bands);
+    const std::vector<double> amplitudes = toolbox::band_amplitudes(channel, window.rate, bands);
     for (size_t i = 0; i < bands.size(); ++i) {
       strongest[i] = std::max(strongest[i], amplitudes[i]);
     }
@@ -52,8 +51,8 @@ std::vector<double> amplitudes_of(const SoundWindow& window, const std::vector<u
 }  // namespace
 
 TOOLBOX_CALL ComponentResult MediaSetSoundBalance(MediaHandler mh, SInt16 balance) {
-  return guarded_sound(
-      mh, [&](auto& handler) { return set_sound_balance(handler.media(), balance); });
+  return guarded_sound(mh,
+                       [&](auto& handler) { return set_sound_balance(handler.media(), balance); });
 }
 
 TOOLBOX_CALL ComponentResult MediaGetSoundBalance(MediaHandler mh, SInt16* balance) {
@@ -167,8 +166,8 @@ TOOLBOX_CALL OSErr ToolboxMeasureTrackSound(Track track, TimeValue from, TimeVal
     if (every < 1) return {paramErr, "an interval lasts a unit of the movie's time scale or more"};
     const auto take = [&](int64_t start, std::span<const float> peaks,
                           std::span<const float> means) -> Status {
-      const OSErr answer = proc(start, static_cast<uint32_t>(peaks.size()), peaks.data(),
-                                means.data(), context);
+      const OSErr answer =
+          proc(start, static_cast<uint32_t>(peaks.size()), peaks.data(), means.data(), context);
       return answer == noErr ? Status() : Status(answer, "the levels were not taken");
     };
     return measure_sound(*found, {from, until, every}, take);

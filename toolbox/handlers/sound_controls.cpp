@@ -137,8 +137,7 @@ Status set_graphics_mode(Media& media, const GraphicsMode& mode) {
     return {featureUnsupported, "the header of this media has no place for a graphics mode"};
   }
   const std::optional<ByteView> info = gmhd ? find_generic_info(*gmhd) : std::nullopt;
-  TRY_ASSIGN(GenericMediaInfoAtom header,
-             decoded<GenericMediaInfoAtom>(info.value_or(ByteView())));
+  TRY_ASSIGN(GenericMediaInfoAtom header, decoded<GenericMediaInfoAtom>(info.value_or(ByteView())));
   header.graphics_mode = mode.mode;
   header.op_color = mode.color;
   media.change_info_atoms().replace(kGenericHeader,

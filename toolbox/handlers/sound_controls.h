@@ -20,8 +20,8 @@ struct SoundControls {
   uintptr_t output_component = 0;
 };
 
-/// From -128, left, to 128, right. What a file holds beyond counts as the nearest of these; without a
-/// header it is 0. Fails: as read_atom().
+/// From -128, left, to 128, right. What a file holds beyond counts as the nearest of these; without
+/// a header it is 0. Fails: as read_atom().
 Result<int16_t> sound_balance(const Media& media);
 Status set_sound_balance(Media& media, int16_t balance);
 

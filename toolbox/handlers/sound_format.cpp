@@ -87,7 +87,7 @@ std::optional<SoundFormat> linear(ByteView description, uint32_t channels) {
   if (bytes == 0 || bytes > 8 || bits > bytes * 8 || packet % channels != 0) return {};
   const bool is_float = (flags & kIsFloat) != 0;
   if (is_float && !((bits == 32 || bits == 64) && bits == bytes * 8)) return {};
-  const Kind kind = is_float                  ? Kind::kFloat
+  const Kind kind = is_float                   ? Kind::kFloat
                     : (flags & kIsSigned) != 0 ? Kind::kInteger
                                                : Kind::kOffsetBinary;
   SoundFormat format =
@@ -152,17 +152,17 @@ float value_at(const SoundFormat& format, const uint8_t* at) {
 }
 
 constexpr int kIma4Steps[89] = {
-    7,     8,     9,     10,    11,    12,    13,    14,    16,    17,    19,    21,    23,
-    25,    28,    31,    34,    37,    41,    45,    50,    55,    60,    66,    73,    80,
-    88,    97,    107,   118,   130,   143,   157,   173,   190,   209,   230,   253,   279,
-    307,   337,   371,   408,   449,   494,   544,   598,   658,   724,   796,   876,   963,
-    1060,  1166,  1282,  1411,  1552,  1707,  1878,  2066,  2272,  2499,  2749,  3024,  3327,
-    3660,  4026,  4428,  4871,  5358,  5894,  6484,  7132,  7845,  8630,  9493,  10442, 11487,
+    7,     8,     9,     10,    11,    12,    13,    14,    16,    17,    19,   21,    23,
+    25,    28,    31,    34,    37,    41,    45,    50,    55,    60,    66,   73,    80,
+    88,    97,    107,   118,   130,   143,   157,   173,   190,   209,   230,  253,   279,
+    307,   337,   371,   408,   449,   494,   544,   598,   658,   724,   796,  876,   963,
+    1060,  1166,  1282,  1411,  1552,  1707,  1878,  2066,  2272,  2499,  2749, 3024,  3327,
+    3660,  4026,  4428,  4871,  5358,  5894,  6484,  7132,  7845,  8630,  9493, 10442, 11487,
     12635, 13899, 15289, 16818, 18500, 20350, 22385, 24623, 27086, 29794, 32767};
 constexpr int kIma4Moves[8] = {-1, -1, -1, -1, 2, 4, 6, 8};
 
-/// One channel of one packet: where it begins (nine upper bits) and its step (seven lower bits), then
-/// half a byte a frame, the lower half first.
+/// One channel of one packet: where it begins (nine upper bits) and its step (seven lower bits),
+/// then half a byte a frame, the lower half first.
 void decode_ima4(const uint8_t* packet, uint32_t stride, float* out) {
   const auto head = load_big_endian<uint16_t>(packet);
   int value = static_cast<int16_t>(head & 0xFF80);

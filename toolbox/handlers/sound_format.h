@@ -34,8 +34,9 @@ std::optional<SoundFormat> sound_format_of(ByteView description);
 /// The channels that a sound description states, whatever its format; 0 when it does not say.
 uint32_t sound_channels_of(ByteView description);
 
-/// Puts the frames of whole packets behind those in `frames`, the channels of a frame side by side, 1
-/// for full scale; bytes behind the last whole packet are left out. What is no number counts as 0.
+/// Puts the frames of whole packets behind those in `frames`, the channels of a frame side by side,
+/// 1 for full scale; bytes behind the last whole packet are left out. What is no number counts as
+/// 0.
 void decode_sound(const SoundFormat& format, ByteView packets, std::vector<float>& frames);
 
 }  // namespace toolbox

@@ -40,8 +40,9 @@ std::vector<double> powers_of(std::span<const float> sound) {
   std::vector<Complex> values(size);
   double weight_sum = 0;
   for (size_t i = 0; i < sound.size(); ++i) {
-    const double weight = 0.5 - 0.5 * std::cos(2 * std::numbers::pi * (static_cast<double>(i) + 0.5) /
-                                               static_cast<double>(sound.size()));
+    const double weight =
+        0.5 - 0.5 * std::cos(2 * std::numbers::pi * (static_cast<double>(i) + 0.5) /
+                             static_cast<double>(sound.size()));
     weight_sum += weight * weight;
     values[i] = sound[i] * weight;
   }

@@ -94,9 +94,7 @@ Result<std::optional<CleanAperture>> clean_aperture_of(ByteView description, uin
   if (numbers[0] > width * numbers[1] || numbers[2] > height * numbers[3]) {
     return bad_description("has a clean aperture (clap) larger than the picture");
   }
-  const auto part = [&](size_t at) {
-    return Length{numbers[at], numbers[at + 1]};
-  };
+  const auto part = [&](size_t at) { return Length{numbers[at], numbers[at + 1]}; };
   return std::optional<CleanAperture>({part(0), part(2)});
 }
 
@@ -178,13 +176,15 @@ Result<Apertures> apertures_from(ByteView description) {
 }
 
 Result<std::optional<Apertures>> apertures_of(const Track& track) {
-  TRY_ASSIGN(const std::optional<Bytes> atom,
-             current_atom(track.movie().opened().tree, track.atom(), track.atom_changes(), kApertures));
+  TRY_ASSIGN(
+      const std::optional<Bytes> atom,
+      current_atom(track.movie().opened().tree, track.atom(), track.atom_changes(), kApertures));
   if (!atom) return std::optional<Apertures>();
   Apertures apertures{own_size(track), own_size(track), own_size(track)};
   ByteView rest = ByteView(*atom);
   ChildAtom tapt;
-  if (!take_child(rest, tapt)) tapt.payload = ByteView(*atom).subspan(8);  // claims more than there is
+  if (!take_child(rest, tapt))
+    tapt.payload = ByteView(*atom).subspan(8);  // claims more than there is
   rest = tapt.payload;
   for (ChildAtom leaf; take_child(rest, leaf);) {
     ApertureSize* const size = leaf.type == kClean        ? &apertures.clean

@@ -69,7 +69,8 @@ size_t atoms_end(ByteView description) {
 bool is_sound(ByteView description) { return description.size() >= 36; }
 
 ChannelLayout decoded(ByteView payload) {
-  ChannelLayout layout{.tag = number_at(payload, 0), .bitmap = number_at(payload, 4), .descriptions = {}};
+  ChannelLayout layout{
+      .tag = number_at(payload, 0), .bitmap = number_at(payload, 4), .descriptions = {}};
   const size_t stated = number_at(payload, 8);
   const size_t count = std::min(stated, (payload.size() - kLayoutHeadBytes) / kDescriptionBytes);
   for (size_t i = 0; i < count; ++i) {

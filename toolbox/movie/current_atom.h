@@ -18,7 +18,8 @@ inline Result<std::optional<Bytes>> current_atom(const AtomTree& tree, AtomIndex
   if (child == kNoAtom) return std::optional<Bytes>();
   const ByteRange whole = tree.whole(child);
   if (whole.size > kLargestLoadedAtom) {
-    return tree.failure(child, memFullErr, "", tree.node(child).offset, "is too large to be loaded");
+    return tree.failure(child, memFullErr, "", tree.node(child).offset,
+                        "is too large to be loaded");
   }
   Bytes bytes(static_cast<size_t>(whole.size));
   TRY(whole.source->read(whole.offset, bytes));

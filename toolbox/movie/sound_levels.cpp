@@ -43,7 +43,11 @@ void collect(const SoundBlock& block, double begin, double end, size_t room, Sou
 class Intervals {
  public:
   Intervals(const SoundIntervals& intervals, uint32_t channels, const SoundLevelSink& sink)
-      : all_(intervals), sink_(sink), start_(intervals.from), peaks_(channels), means_(channels),
+      : all_(intervals),
+        sink_(sink),
+        start_(intervals.from),
+        peaks_(channels),
+        means_(channels),
         sums_(channels) {}
 
   double end() const { return static_cast<double>(end_tick()); }
@@ -119,7 +123,8 @@ Status measure_span(const Media& media, const EditTimeline& timeline, const Edit
       const double stop = time < from ? from : std::min(intervals.end(), until);
       // Frames without a length all sound at once.
       const double fitting = step > 0 ? std::ceil((stop - time) / step) : kMostFrames;
-      const size_t taken = std::min(count - i, static_cast<size_t>(std::clamp(fitting, 1.0, kMostFrames)));
+      const size_t taken =
+          std::min(count - i, static_cast<size_t>(std::clamp(fitting, 1.0, kMostFrames)));
       if (time >= from) intervals.add(block, i, taken);
       i += taken;
     }
@@ -166,7 +171,8 @@ Result<SoundWindow> sound_around(const Track& track, int64_t movie_time) {
   const auto least = static_cast<double>(span.media_start);
   const auto most = static_cast<double>(
       std::min(span.media_time(span.end(), timeline.scales()), media.likely_duration()));
-  const double begin = std::max(least, std::min(static_cast<double>(time) - length / 2, most - length));
+  const double begin =
+      std::max(least, std::min(static_cast<double>(time) - length / 2, most - length));
   TRY_ASSIGN(SoundReader reader, SoundReader::make(media, static_cast<int64_t>(begin)));
   while (window.by_channel[0].size() < room) {
     TRY_ASSIGN(const bool is_there, reader.next(block));

@@ -13,8 +13,8 @@ class Track;
 
 /// A short piece of sound of a track.
 struct SoundWindow {
-  uint32_t channels = 0;                      // of the first description, or of the frames
-  double rate = 0;                            // frames a second
+  uint32_t channels = 0;                       // of the first description, or of the frames
+  double rate = 0;                             // frames a second
   std::vector<std::vector<float>> by_channel;  // one for each; empty where nothing can be heard
 
   /// The highest value of a channel, 1 for full scale; 0 for a channel that there is not.
@@ -36,13 +36,14 @@ struct SoundIntervals {
 
 /// Takes the levels of an interval, 1 for full scale: the peak and the root of the mean square of
 /// each channel.
-using SoundLevelSink =
-    std::function<Status(int64_t start, std::span<const float> peaks, std::span<const float> means)>;
+using SoundLevelSink = std::function<Status(int64_t start, std::span<const float> peaks,
+                                            std::span<const float> means)>;
 
 /// Hands out the levels of every interval, the last of which may be cut; each frame counts in the
 /// interval that it begins in. Channels are those of the first description. Costs no memory.
 /// Fails: invalidMedia for a track that is no sound, as SoundReader and as the sink.
-Status measure_sound(const Track& track, const SoundIntervals& intervals, const SoundLevelSink& sink);
+Status measure_sound(const Track& track, const SoundIntervals& intervals,
+                     const SoundLevelSink& sink);
 
 /// Whether every description of a track is of sound that can be decoded. Fails: as
 /// Media::descriptions().

@@ -72,12 +72,11 @@ Result<bool> SoundReader::next(SoundBlock& block) {
   const uint64_t count =
       std::min(packets_in_run - packets_done_, std::max<uint64_t>(kMostBytes / packet_bytes, 1));
 
-  const double frames_in_unit =
-      static_cast<double>(packets_in_unit) * format_->packet_frames();
+  const double frames_in_unit = static_cast<double>(packets_in_unit) * format_->packet_frames();
   block.ticks_per_frame = unit_ticks / frames_in_unit;
-  block.begin = begin + static_cast<double>(unit_) * unit_ticks +
-                static_cast<double>(packets_done_ * format_->packet_frames()) *
-                    block.ticks_per_frame;
+  block.begin =
+      begin + static_cast<double>(unit_) * unit_ticks +
+      static_cast<double>(packets_done_ * format_->packet_frames()) * block.ticks_per_frame;
   buffer_.resize(static_cast<size_t>(count * packet_bytes));
   const uint64_t offset =
       piece_.offset + unit_ * piece_.packet.bytes + packets_done_ * packet_bytes;

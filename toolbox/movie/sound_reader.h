@@ -21,12 +21,12 @@ struct SoundBlock {
 
 class SoundReader {
  public:
-  /// Begins with what is heard at a media time, a little earlier where samples cannot be taken apart.
-  /// Borrows the media, which must not change meanwhile. Fails: as SampleWalk::make().
+  /// Begins with what is heard at a media time, a little earlier where samples cannot be taken
+  /// apart. Borrows the media, which must not change meanwhile. Fails: as SampleWalk::make().
   static Result<SoundReader> make(const Media& media, int64_t time);
 
-  /// The next frames, of at most 64 KiB of coded sound; false at the end. Fails: endOfDataReached for
-  /// sound that its file does not hold, couldNotResolveDataRef, ioErr, as SampleWalk::next().
+  /// The next frames, of at most 64 KiB of coded sound; false at the end. Fails: endOfDataReached
+  /// for sound that its file does not hold, couldNotResolveDataRef, ioErr, as SampleWalk::next().
   Result<bool> next(SoundBlock& block);
 
  private:
@@ -38,11 +38,11 @@ class SoundReader {
   SampleWalk walk_;
   SamplePiece piece_;
   std::optional<SoundFormat> format_;
-  uint32_t format_of_ = 0;      // the description, from 1; 0 for none
-  uint32_t channels_ = 0;       // that it states
-  uint64_t unit_ = 0;           // of the piece: samples, or packets of frame-counted sound
+  uint32_t format_of_ = 0;  // the description, from 1; 0 for none
+  uint32_t channels_ = 0;   // that it states
+  uint64_t unit_ = 0;       // of the piece: samples, or packets of frame-counted sound
   uint64_t units_ = 0;
-  uint64_t packets_done_ = 0;   // of the units at hand
+  uint64_t packets_done_ = 0;  // of the units at hand
   Bytes buffer_;
 };
 
