@@ -158,7 +158,7 @@ Result<SoundWindow> sound_around(const Track& track, int64_t movie_time) {
   SoundBlock block;
   TRY_ASSIGN(SoundReader here, SoundReader::make(media, time));
   do {
-    TRY_ASSIGN(const bool is_there, here.next(block));
+    TRY_ASSIGN(const bool is_there, here.next(block, 1));
     if (!is_there || !block.is_decoded) return window;
   } while (block.frame_count() == 0);
   const double media_scale = timeline.scales().media;
@@ -175,7 +175,8 @@ Result<SoundWindow> sound_around(const Track& track, int64_t movie_time) {
       std::max(least, std::min(static_cast<double>(time) - length / 2, most - length));
   TRY_ASSIGN(SoundReader reader, SoundReader::make(media, static_cast<int64_t>(begin)));
   while (window.by_channel[0].size() < room) {
-    TRY_ASSIGN(const bool is_there, reader.next(block));
+    // No more than is needed: what lies behind the window may be missing.
+    TRY_ASSIGN(const bool is_there, reader.next(block, room - window.by_channel[0].size()));
     if (!is_there || !block.is_decoded || block.channels != window.channels) break;
     if (block.begin >= most) break;
     collect(block, begin, most, room, window);

@@ -48,7 +48,7 @@ Result<bool> SoundReader::take_piece() {
 //   | packet packet packet .. | packet packet packet .. |
 //
 // Without such bytes the packets of the whole piece lie one behind the other and are read together.
-Result<bool> SoundReader::next(SoundBlock& block) {
+Result<bool> SoundReader::next(SoundBlock& block, uint64_t most_frames) {
   if (unit_ >= units_) {
     TRY_ASSIGN(const bool is_there, take_piece());
     if (!is_there) return false;
@@ -69,8 +69,10 @@ Result<bool> SoundReader::next(SoundBlock& block) {
   const bool is_gapless = piece_.packet.bytes % packet_bytes == 0;
   const uint64_t units_in_run = is_gapless ? units_ : 1;
   const uint64_t packets_in_run = units_in_run * packets_in_unit;
+  const uint64_t most_packets =
+      std::min(kMostBytes / packet_bytes, most_frames / format_->packet_frames());
   const uint64_t count =
-      std::min(packets_in_run - packets_done_, std::max<uint64_t>(kMostBytes / packet_bytes, 1));
+      std::min(packets_in_run - packets_done_, std::max<uint64_t>(most_packets, 1));
 
   const double frames_in_unit = static_cast<double>(packets_in_unit) * format_->packet_frames();
   block.ticks_per_frame = unit_ticks / frames_in_unit;

@@ -25,9 +25,10 @@ class SoundReader {
   /// apart. Borrows the media, which must not change meanwhile. Fails: as SampleWalk::make().
   static Result<SoundReader> make(const Media& media, int64_t time);
 
-  /// The next frames, of at most 64 KiB of coded sound; false at the end. Fails: endOfDataReached
-  /// for sound that its file does not hold, couldNotResolveDataRef, ioErr, as SampleWalk::next().
-  Result<bool> next(SoundBlock& block);
+  /// The next frames, of at most 64 KiB of coded sound and, but for the last packet, so many; false
+  /// at the end. Fails: endOfDataReached for sound that its file does not hold,
+  /// couldNotResolveDataRef, ioErr, as SampleWalk::next().
+  Result<bool> next(SoundBlock& block, uint64_t most_frames = UINT64_MAX);
 
  private:
   SoundReader(const Media& media, SampleWalk walk) : media_(&media), walk_(std::move(walk)) {}
