@@ -18,8 +18,9 @@ namespace krz {
 
 namespace {
 
-/// The most levels that are handed to a script at once.
+/// The most levels that are handed to a script at once, and the most intervals, which may have none.
 constexpr size_t kMostBytes = 64 << 20;
+constexpr uint32_t kMostIntervals = 1 << 23;
 
 Track track_of(int32_t handle) {
   return reinterpret_cast<Track>(static_cast<uintptr_t>(static_cast<uint32_t>(handle)));
@@ -28,6 +29,7 @@ Track track_of(int32_t handle) {
 struct Levels {
   std::vector<float> values;
   uint32_t channels = 0;
+  uint32_t intervals = 0;
   Progress progress;
 };
 
@@ -40,7 +42,8 @@ OSErr take_levels(int64_t start, uint32_t channels, const float* peaks, const fl
       levels.values.push_back(peaks[i]);
       levels.values.push_back(means[i]);
     }
-    if (levels.values.size() * sizeof(float) > kMostBytes) return memFullErr;
+    const bool is_full = levels.values.size() * sizeof(float) > kMostBytes;
+    if (is_full || ++levels.intervals > kMostIntervals) return memFullErr;
     levels.progress.show(start);
   } catch (const std::bad_alloc&) {
     return memFullErr;
@@ -52,7 +55,7 @@ OSErr take_levels(int64_t start, uint32_t channels, const float* peaks, const fl
 // the mean square, 1 for full scale.
 REALmemoryBlockStruct* sound_levels(int32_t track, int32_t from, int32_t until, int32_t every,
                                     int32_t* channels) {
-  Levels levels{{}, 0, Progress("time", from, std::max(from, until))};
+  Levels levels{{}, 0, 0, Progress("time", from, std::max(from, until))};
   const OSErr status =
       ToolboxMeasureTrackSound(track_of(track), from, until, every, take_levels, &levels);
   if (status == memFullErr) {
