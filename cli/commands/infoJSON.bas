@@ -2,6 +2,7 @@
 #Include "chapterLists.bas"
 #Include "items.bas"
 #Include "descriptions.bas"
+#Include "apertures.bas"
 
 Dim worst As Integer = 0
 Dim documents As New JSONItem("[]")
@@ -31,7 +32,7 @@ Function MovieDocument(m As Movie, path As String) As JSONItem
   document.Value("duration") = m.Duration
   document.Value("seconds") = m.Duration / m.TimeScale
   document.Value("trackCount") = m.TrackCountKRZ
-  document.Value("apertureMode") = Nil
+  document.Value("apertureMode") = m.GetMovieApertureModeKRZ
   document.Value("hasChapterTrack") = m.HasQTChapterTrackKRZ
   document.Value("hasTimeCodeTrack") = False
   Dim tracks As New JSONItem("[]")
@@ -73,6 +74,7 @@ Function TrackDocument(t As QTTrackKRZ, index As Integer) As JSONItem
   document.Value("metaData") = ItemDocuments(t.MetaData)
   document.Value("userData") = UserDataDocuments(t.UserData)
   document.Value("mediaTimeScale") = MediaTimeScale(t.TrackHandle)
+  document.Value("apertures") = AperturesDocument(t)
   Return document
 End Function
 

@@ -50,5 +50,12 @@ extern const char kUserdataImportScript[];
 extern const char kSamplesListScript[];
 extern const char kSamplesExtractScript[];
 extern const char kDescribeScript[];
+extern const char kSoundShowScript[];
+extern const char kSoundSetScript[];
+extern const char kSoundLevelsScript[];
+extern const char kApertureShowScript[];
+extern const char kApertureSetScript[];
+extern const char kApertureGenerateScript[];
+extern const char kApertureRemoveScript[];
 
 }  // namespace cli

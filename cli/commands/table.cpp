@@ -8,6 +8,7 @@
 #include "commands/meta_commands.h"
 #include "commands/sample_commands.h"
 #include "commands/scripts.h"
+#include "commands/sound_commands.h"
 
 namespace cli {
 
@@ -123,6 +124,8 @@ constexpr Noun kNouns[] = {
     {"userdata", "list|get|add|…", "the classic lists of movies and tracks"},
     {"samples", "list|extract", "list samples, copy their bytes"},
     {"refs", "show|check|prune", "which track refers to which"},
+    {"sound", "show|set|levels", "volume, balance, channels; levels over time"},
+    {"aperture", "show|set|generate|…", "the sizes of pictures in the aperture modes"},
 };
 
 }  // namespace
@@ -131,7 +134,8 @@ std::span<const Command> commands() {
   static const std::vector<Command> all = [] {
     std::vector<Command> list(std::begin(kGeneralCommands), std::end(kGeneralCommands));
     for (const std::span<const Command> more :
-         {edit_commands(), chapter_commands(), meta_commands(), sample_commands()}) {
+         {edit_commands(), chapter_commands(), meta_commands(), sample_commands(),
+          sound_commands()}) {
       list.insert(list.end(), more.begin(), more.end());
     }
     return list;

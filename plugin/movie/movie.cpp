@@ -74,6 +74,10 @@ MethodEntry movie_methods[] = {
     METHOD(rbGetVideoTrack, "GetVideoTrackKRZ(index as integer, EnabledTracksOnly as boolean = false) as QTTrackKRZ"),
     METHOD(rbGetSoundTrack, "GetSoundTrackKRZ(index as integer, EnabledTracksOnly as boolean = false) as QTTrackKRZ"),
     METHOD(rbQTCopyMovieMetaData, "MetaDataKRZ as QTMetaDataKRZ"),
+    METHOD(rbGenerateMovieApertureModeDimensions, "GenerateMovieApertureModeDimensionsKRZ as integer"),
+    METHOD(rbRemoveMovieApertureModeDimensions, "RemoveMovieApertureModeDimensionsKRZ as integer"),
+    METHOD(rbSetMovieApertureMode, "SetMovieApertureModeKRZ(theApertureMode as string) as integer"),
+    METHOD(rbGetMovieApertureMode, "GetMovieApertureModeKRZ as string"),
 };
 // clang-format on
 

@@ -16,6 +16,7 @@ void register_library(Registry& registry) {
   register_movie(registry);
   register_movie_samples(registry);
   register_movie_saves(registry);
+  register_movie_sound(registry);
   register_movie_tools(registry);
   register_movie_chapters(registry);
   register_audio_layout(registry);

@@ -6,6 +6,7 @@
 
 #include "atoms/atom_writer.h"
 #include "integration/described_movie.h"
+#include "integration/sound_movies.h"
 #include "toolbox/test_movies.h"
 
 namespace krz::test {
@@ -206,6 +207,10 @@ constexpr NamedMovie kMovies[] = {
     {"damaged", damaged},
     {"described", described_movie},
     {"huge-samples", huge_samples},
+    {"tone", tone_movie},
+    {"broken-sound", broken_sound_movie},
+    {"anamorphic", anamorphic_movie},
+    {"bad-apertures", bad_aperture_movie},
 };
 
 }  // namespace

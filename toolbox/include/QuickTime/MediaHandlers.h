@@ -40,6 +40,72 @@ ComponentResult TextMediaAddTextSample(MediaHandler mh, Ptr text, UInt32 size, S
                                        const RGBColor* hiliteColor, TimeValue duration,
                                        TimeValue* sampleTime);
 
+/* Sound media. Balance, volume and what stands in the file apart, settings live as long as the movie
+   is open. Outputs may be null. All fail: badComponentSelector when the media is no sound. */
+
+/* From -128, all left, over 0 to 128, all right; what lies outside becomes the nearest of these. Kept
+   by the next save. */
+ComponentResult MediaSetSoundBalance(MediaHandler mh, SInt16 balance);
+ComponentResult MediaGetSoundBalance(MediaHandler mh, SInt16* balance);
+
+/* The balance that is heard: the media's own, as movies have none. */
+ComponentResult MediaGetEffectiveSoundBalance(MediaHandler mh, SInt16* balance);
+
+/* The volume that is heard, 8.8: that of the track times that of the movie, 0 when either is muted. */
+ComponentResult MediaGetEffectiveVolume(MediaHandler mh, SInt16* volume);
+
+#pragma pack(push, 2)
+/* Centre frequencies of bands in Hz, unsigned 16.16, in the machine's own order. */
+typedef struct MediaEQSpectrumBandsRecord {
+  SInt16 count;
+  UInt32* frequency;
+} MediaEQSpectrumBandsRecord;
+#pragma pack(pop)
+
+typedef struct LevelMeterInfo {
+  SInt16 numChannels; /* at most 2 */
+  UInt8 leftMeter;
+  UInt8 rightMeter; /* 0 for one channel */
+} LevelMeterInfo;
+
+/* Chooses the bands that are measured; the frequencies are copied.
+   Fails: paramErr for no record, no frequencies or a count below 1. */
+ComponentResult MediaSetSoundEqualizerBands(MediaHandler mh, MediaEQSpectrumBandsRecord* spectrumInfo);
+
+/* How loud each band is: one byte for each band that was set, in their order, 255 for a sine wave of
+   full scale. A band reaches half way, as ears count, to the bands beside it. Measured over about a
+   tenth of a second around the movie's current time, of the loudest channel. All 0 while metering is
+   off, where the track shows nothing, and for formats that are not decoded (see levels below).
+   Fails: as MediaGetSoundLevelMeterInfo. */
+ComponentResult MediaGetSoundEqualizerBandLevels(MediaHandler mh, UInt8* bandLevels);
+
+/* Metering is off at first. */
+ComponentResult MediaSetSoundLevelMeteringEnabled(MediaHandler mh, Boolean enabled);
+ComponentResult MediaGetSoundLevelMeteringEnabled(MediaHandler mh, Boolean* enabled);
+
+/* The channels of the media and the peaks of the first two around the movie's current time, 255 for
+   full scale: 20 * log10(level / 255) is the level in dB. Volume and balance are not taken in. All 0
+   while metering is off. Decoded are raw, NONE, twos, sowt, in24, in32, fl32, fl64, lpcm, ulaw, alaw
+   and ima4; the levels of all others are 0.
+   Fails: endOfDataReached for sound that its file does not hold, couldNotResolveDataRef,
+   invalidSampleTable, invalidSampleDescription, ioErr, memFullErr. */
+ComponentResult MediaGetSoundLevelMeterInfo(MediaHandler mh, LevelMeterInfo* levelInfo);
+
+/* 0 is flat; any value is kept. */
+ComponentResult MediaSetSoundBassAndTreble(MediaHandler mh, SInt16 bass, SInt16 treble);
+ComponentResult MediaGetSoundBassAndTreble(MediaHandler mh, SInt16* bass, SInt16* treble);
+
+/* Which device plays the sound, a number that nobody here looks at; nil is the system's own. */
+ComponentResult MediaSetSoundOutputComponent(MediaHandler mh, Component outputComponent);
+ComponentResult MediaGetSoundOutputComponent(MediaHandler mh, Component* outputComponent);
+
+/* How the pictures of a media are drawn over those below, and the colour that some modes need, nil
+   for the one it has. Of the mode the low 16 bits are kept. Kept by the next save.
+   Fail: badComponentSelector when the media is not to be seen; featureUnsupported when its header has
+   no place for it. */
+ComponentResult MediaSetGraphicsMode(MediaHandler mh, SInt32 mode, const RGBColor* opColor);
+ComponentResult MediaGetGraphicsMode(MediaHandler mh, SInt32* mode, RGBColor* opColor);
+
 #ifdef __cplusplus
 }
 #endif
