@@ -49,5 +49,10 @@ extern const char kUserdataImportScript[];
 extern const char kSamplesListScript[];
 extern const char kSamplesExtractScript[];
 extern const char kDescribeScript[];
+extern const char kTimecodeShowScript[];
+extern const char kTimecodeListScript[];
+extern const char kTimecodeAddScript[];
+extern const char kTimecodeRemoveScript[];
+extern const char kTimecodeConvertScript[];
 
 }  // namespace cli

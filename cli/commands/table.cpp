@@ -8,6 +8,7 @@
 #include "commands/meta_commands.h"
 #include "commands/sample_commands.h"
 #include "commands/scripts.h"
+#include "commands/timecode_commands.h"
 
 namespace cli {
 
@@ -109,6 +110,7 @@ constexpr Noun kNouns[] = {
     {"track", "list|set|clone|delete", "tracks and their properties"},
     {"edit", "list|cut|keep|insert|…", "cut, keep, repeat, stretch parts of a movie"},
     {"chapters", "list|import|export|…", "the chapters of a movie"},
+    {"timecode", "show|list|add|…", "time codes of a movie, and their arithmetic"},
     {"meta", "list|get|set|add|…", "titles, artists, pictures, locations, …"},
     {"userdata", "list|get|add|…", "the classic lists of movies and tracks"},
     {"samples", "list|extract", "list samples, copy their bytes"},
@@ -121,7 +123,8 @@ std::span<const Command> commands() {
   static const std::vector<Command> all = [] {
     std::vector<Command> list(std::begin(kGeneralCommands), std::end(kGeneralCommands));
     for (const std::span<const Command> more :
-         {edit_commands(), chapter_commands(), meta_commands(), sample_commands()}) {
+         {edit_commands(), chapter_commands(), timecode_commands(), meta_commands(),
+          sample_commands()}) {
       list.insert(list.end(), more.begin(), more.end());
     }
     return list;

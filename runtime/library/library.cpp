@@ -18,6 +18,7 @@ void register_library(Registry& registry) {
   register_movie_saves(registry);
   register_movie_tools(registry);
   register_movie_chapters(registry);
+  register_movie_timecode(registry);
   register_audio_layout(registry);
   register_text_parts(registry);
   register_text_search(registry);

@@ -2,8 +2,6 @@
 
 #include <Toolbox/Toolbox.h>
 
-#include <algorithm>
-
 #include "library/parts.h"
 #include "object/exceptions.h"
 #include "object/object.h"
@@ -18,7 +16,6 @@ namespace {
 struct MovieData {
   Movie movie;
   REALstring path;
-  int32_t position;  // movie ticks; where the movie stands, of which only the host knows
 };
 
 REALclassDefinition g_class;
@@ -50,7 +47,7 @@ REALobject movie_object(Movie reference, REALstring path) {
     return nullptr;
   }
   lock_string(path);
-  data_of(movie) = {reference, path, 0};
+  data_of(movie) = {reference, path};
   return movie;
 }
 
@@ -89,10 +86,12 @@ void check(REALobject movie) {
   if (status != noErr) raise_failure(status, "the movie is closed");
 }
 
-int32_t position(REALobject movie) { return data_of(movie).position; }
+int32_t position(REALobject movie) {
+  return data_of(movie).movie ? GetMovieTime(data_of(movie).movie, nullptr) : 0;
+}
 
 void set_position(REALobject movie, int32_t time) {
-  data_of(movie).position = std::clamp(time, 0, duration(movie));
+  if (data_of(movie).movie) SetMovieTimeValue(data_of(movie).movie, time);
 }
 
 bool is_modified(REALobject movie) {

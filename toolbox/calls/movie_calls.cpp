@@ -1,4 +1,6 @@
 // The calls of QuickTime/Movies.h that look at a movie as a whole and find its tracks.
+#include <algorithm>
+
 #include "calls/guard.h"
 #include "calls/references.h"
 #include "handlers/characteristics.h"
@@ -73,6 +75,27 @@ TOOLBOX_CALL Track GetMovieIndTrackType(Movie movie, SInt32 index, OSType trackT
 TOOLBOX_CALL TimeScale GetMovieTimeScale(Movie movie) {
   return ask(TimeScale{0}, find_movie, movie,
              [](auto& found) { return to_count(found.time_scale()); });
+}
+
+TOOLBOX_CALL TimeValue GetMovieTime(Movie movie, TimeRecord* time) {
+  return guarded_value<TimeValue>(0, [&]() -> Result<TimeValue> {
+    TRY_ASSIGN(const toolbox::Movie* found, find_movie(movie));
+    const TimeValue value = to_time_value(found->current_time());
+    if (time != nullptr) {
+      *time = {.value = {.lo = static_cast<UInt32>(value), .hi = 0},
+               .scale = to_count(found->time_scale()),
+               .base = nullptr};
+    }
+    return value;
+  });
+}
+
+TOOLBOX_CALL void SetMovieTimeValue(Movie movie, TimeValue time) {
+  guarded([&]() -> Status {
+    TRY_ASSIGN(toolbox::Movie* const found, find_movie(movie));
+    found->session().time = std::clamp<int64_t>(time, 0, std::max<int64_t>(found->duration(), 0));
+    return {};
+  });
 }
 
 TOOLBOX_CALL TimeValue GetMovieDuration(Movie movie) {

@@ -21,6 +21,7 @@ struct SessionProperties {
   bool preserves_pitch = false;  // when the rate changes
   float pitch_cents = 0;         // how much higher the sound is played
   bool copies_samples = false;   // of other movies that are put into this one
+  std::optional<int64_t> time;   // where it stands, movie ticks; nothing: where the file says
 };
 
 /// Owns the file, its tracks and everything below. Does not move, so that references to it stay
@@ -47,6 +48,9 @@ class Movie {
 
   /// The largest end of any track, movie ticks.
   int64_t duration() const;
+
+  /// Where the movie stands, movie ticks.
+  int64_t current_time() const { return session_.time.value_or(header_.current_time); }
 
   const std::vector<std::unique_ptr<Track>>& tracks() const { return tracks_; }
 

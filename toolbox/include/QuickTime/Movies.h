@@ -91,6 +91,11 @@ TimeScale GetMovieTimeScale(Movie movie);
 /* The largest end of any track, in the movie's time scale; 0 when there is none. */
 TimeValue GetMovieDuration(Movie movie);
 
+/* Where the movie stands, in its own time scale; `time` may be null. From the start that is what the
+   file says; it is not saved. Setting clamps to the movie. Fail: 0 or nothing with invalidMovie. */
+TimeValue GetMovieTime(Movie movie, TimeRecord* time);
+void SetMovieTimeValue(Movie movie, TimeValue time);
+
 /* The owning movie, the media (nil when the track has none) and the ID of a track. Fails: nil or 0
  * with invalidTrack. */
 Movie GetTrackMovie(Track track);
