@@ -74,9 +74,9 @@ Function ShownParts(t As QTTrackKRZ) As ShownPart()
       part.Duration = finish - time
       If mediaStart >= 0 Then
         part.First = t.TimeCodeAtTime(TrackMediaTime(t.TrackHandle, time))
-        Dim next As Integer = NextBreak(t, time, finish)
-        part.Duration = next - time
-        part.Last = t.TimeCodeAtTime(TrackMediaTime(t.TrackHandle, next - 1))
+        Dim behind As Integer = NextBreak(t, time, finish)
+        part.Duration = behind - time
+        part.Last = t.TimeCodeAtTime(TrackMediaTime(t.TrackHandle, behind - 1))
       End If
       parts.Append part
       time = time + part.Duration
@@ -87,12 +87,12 @@ End Function
 
 ' When the next sample is shown, or the end of the edit.
 Function NextBreak(t As QTTrackKRZ, time As Integer, finish As Integer) As Integer
-  Dim next As Integer = time
+  Dim behind As Integer = time
   Dim duration As Integer
-  Dim found As Boolean = t.NextInterestingTimeKRZ(next, duration, 1.0)
-  If time = 0 And found And next = 0 And duration > 0 Then next = duration
-  If Not found Or next <= time Or next > finish Then Return finish
-  Return next
+  Dim found As Boolean = t.NextInterestingTimeKRZ(behind, duration, 1.0)
+  If time = 0 And found And behind = 0 And duration > 0 Then behind = duration
+  If Not found Or behind <= time Or behind > finish Then Return finish
+  Return behind
 End Function
 
 Sub ListEdits(m As Movie, t As QTTrackKRZ)

@@ -39,6 +39,7 @@ Function ShownAt(m As Movie, t As QTTrackKRZ, time As Integer) As QTTimeCodeKRZ
   If Not (c Is Nil) Then Return c
   If t.MediaType <> "tmcd" Then Fail("track " + Str(t.TrackID) + " (" + t.MediaType + ") is no timecode track", 1)
   Fail(OfFile(Args(0), "track " + Str(t.TrackID) + ": " + MovieFailure), 3)
+  Return Nil
 End Function
 
 Sub Show(m As Movie, t As QTTrackKRZ, time As Integer)
