@@ -209,7 +209,8 @@ std::vector<std::string> timecode_faults(const TimecodeDefinition& definition) {
       std::snprintf(text, sizeof text, "labels count %u frames a second where %.3f pass",
                     unsigned{definition.frames}, rate);
       faults.emplace_back(text);
-    } else if (definition.drops_frames() && rate == definition.frames) {
+    } else if (definition.drops_frames() && definition.frames % 30 == 0 &&
+               rate == definition.frames) {
       faults.emplace_back("drop-frame counting at a whole rate leaves clock time behind");
     }
   }
