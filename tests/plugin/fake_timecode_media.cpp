@@ -13,9 +13,9 @@ std::string bytes_of(Handle handle) {
 
 ComponentResult give(const char* name, MediaHandler handler, int64_t time, SInt32* frame,
                      TimeCodeDef* definition, TimeCodeRecord* record, UserData* source) {
-  const auto error = static_cast<ComponentResult>(
-      answer(name, handler, time, frame != nullptr, definition != nullptr, record != nullptr,
-             source != nullptr));
+  const auto error = static_cast<ComponentResult>(answer(name, handler, time, frame != nullptr,
+                                                         definition != nullptr, record != nullptr,
+                                                         source != nullptr));
   if (error != noErr) return error;
   if (frame) *frame = static_cast<SInt32>(toolbox().answers["frame"]);
   if (definition) *definition = toolbox().time_code_definition;
@@ -28,6 +28,11 @@ ComponentResult give(const char* name, MediaHandler handler, int64_t time, SInt3
 
 extern "C" {
 
+OSErr PtrToHand(const void* bytes, Handle* handle, Size size) {
+  *handle = NewHandle(0);
+  fill_handle(*handle, {static_cast<const char*>(bytes), static_cast<size_t>(size)});
+  return static_cast<OSErr>(answer("PtrToHand", size));
+}
 TimeValue GetMovieDuration(Movie movie) {
   return static_cast<TimeValue>(answer("GetMovieDuration", movie));
 }
