@@ -26,7 +26,7 @@ Catch e As InvalidArgumentException
 End Try
 
 Function SecondsOf(c As QTTimeCodeKRZ) As Double
-  Return c.FrameNumber * c.FrameDuration / c.TimeScale
+  Return Double(c.FrameNumber) * c.FrameDuration / c.TimeScale
 End Function
 
 ' 107892 is a frame, 3600.5 and 3600s are seconds, 01:00:00;00 is a time code.

@@ -23,7 +23,8 @@ namespace krz::test {
 ///   damaged       video whose table of durations claims rows that are not there, and a track
 ///                 without media
 ///   described     see described_movie.h
-///   huge-samples  video of samples without bytes; of a gibibyte each, which the file does not have;
+///   huge-samples  video of samples without bytes; of a gibibyte each, which the file does not
+///   have;
 ///                 whose second sample has a description that is missing
 /// Writes one of them. Fails: paramErr for another name, and as toolbox::write_movie().
 toolbox::Status write_script_movie(std::string_view name, const std::string& path);
