@@ -16,6 +16,7 @@
 #include "sample_speed.h"
 #include "saving_speed.h"
 #include "script_calls.h"
+#include "timecode_speed.h"
 
 namespace {
 
@@ -93,6 +94,12 @@ int main(int argc, char** argv) {
               static_cast<unsigned long long>(title.extra_bytes));
   std::printf("  %-44s %9.2f ms   AtomicParsley %9.2f ms   exiftool %9.2f ms\n\n",
               "krz meta set, flushes included", title.krz, title.atomic_parsley, title.exiftool);
+  const bench::TimecodeSpeed timecode = bench::measure_timecode(krz, folder);
+  std::printf("  %-44s %9.1f ns   back %9.1f ns\n", "a frame as a drop-frame time code",
+              timecode.to_label_ns, timecode.to_frame_ns);
+  std::printf("  %-44s %9.2f ms   12 GiB %9.2f ms   ffmpeg, 120 MB %9.2f ms\n\n",
+              "krz timecode add, two hours, 120 MB", timecode.krz_small, timecode.krz_large,
+              timecode.ffmpeg);
   const bench::SampleSpeed samples =
       bench::measure_samples(folder, bin, movies.ten_million_samples);
   std::printf("  %-44s %9.1f ns   memory %9.2f MiB\n", "a sample of ten million, walked in order",
@@ -147,6 +154,12 @@ int main(int argc, char** argv) {
        ">= 500", title.krz_large == 0 || title.atomic_parsley_large >= 500 * title.krz_large},
       {"exiftool / krz meta set, 12 GiB", title.exiftool_large / title.krz_large, ">= 500",
        title.krz_large == 0 || title.exiftool_large >= 500 * title.krz_large},
+      {"a frame as a time code, ns", timecode.to_label_ns, "<= 20", timecode.to_label_ns <= 20},
+      {"a time code as a frame, ns", timecode.to_frame_ns, "<= 20", timecode.to_frame_ns <= 20},
+      {"krz timecode add, 12 GiB / 120 MB", timecode.krz_large / timecode.krz_small, "<= 1.5",
+       timecode.krz_large <= 1.5 * timecode.krz_small},
+      {"ffmpeg 120 MB / krz timecode add 12 GiB", timecode.ffmpeg / timecode.krz_large, ">= 30",
+       timecode.ffmpeg == 0 || timecode.ffmpeg >= 30 * timecode.krz_large},
       {"a sample walked in order, ns", samples.walk_ns, "<= 100", samples.walk_ns <= 100},
       {"memory of that walk, MiB", samples.walk_memory, "<= 4", samples.walk_memory <= 4},
       {"a sample by time, 10^7 / 10^3", samples.access_ns.back() / samples.access_ns.front(),

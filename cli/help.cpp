@@ -52,7 +52,6 @@ void print_help() {
   }
   text +=
       "  help [COMMAND], --version     options and worked examples of a command; what is loaded\n"
-      "\n"
       "Begin with `krz demo`, which makes a movie, or with `krz info clip.mov`.\n";
   std::fwrite(text.data(), 1, text.size(), stdout);
 }
