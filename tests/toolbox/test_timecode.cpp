@@ -71,6 +71,7 @@ TEST(Timecode, EveryFrameOfADayIsCountedAsAClockCounts) {
   check_a_day(30, true, 2589408);
   check_a_day(60, true, 5178816);
   check_a_day(30, false, 2592000);
+  check_a_day(60, false, 5184000);
 }
 
 TEST(Timecode, OtherRatesAreCountedAsAClockCounts) {

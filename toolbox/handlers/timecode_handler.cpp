@@ -233,6 +233,9 @@ Result<int64_t> find_timecode(const Track& track, std::string_view text) {
   if (media == nullptr || media->type() != four_cc("tmcd")) {
     return Status(invalidMedia, "track " + std::to_string(track.id()) + " is no timecode track");
   }
+  // Edits may show the same samples again and again, in damaged files without end.
+  constexpr int kMostSamples = 1'000'000;
+  int looked_at = 0;
   Status unread;  // why no sample could have the label
   bool is_read = false;
   const EditTimeline& timeline = track.timeline();
@@ -241,6 +244,10 @@ Result<int64_t> find_timecode(const Track& track, std::string_view text) {
     const int64_t end =
         span.is_held() ? span.media_start + 1 : span.media_time(span.end(), timeline.scales());
     for (int64_t at = span.media_start; at < end;) {
+      if (++looked_at > kMostSamples) {
+        return Status(featureUnsupported,
+                      "the track shows more timecode samples than are searched");
+      }
       Result<TimecodeSample> found = sample_at(*media, at);
       if (found.status().code() == timeNotInMedia) break;  // an edit may reach beyond its media
       TRY_ASSIGN(const TimecodeSample sample, std::move(found));

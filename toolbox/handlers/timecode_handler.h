@@ -33,7 +33,8 @@ struct MediaTimecode {
 Result<MediaTimecode> timecode_at(const Media& media, int64_t media_time);
 
 /// The first movie tick at which a track shows a time code, written as people do. Fails: paramErr,
-/// timeNotInTrack when it never shows that, and as timecode_at().
+/// timeNotInTrack when it never shows that, featureUnsupported for a track of a million samples,
+/// and as timecode_at().
 Result<int64_t> find_timecode(const Track& track, std::string_view text);
 
 /// How a media's time code is drawn; the defaults where nothing says. Fails: ioErr, eofErr,

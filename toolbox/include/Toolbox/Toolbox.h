@@ -142,8 +142,8 @@ OSErr ToolboxCheckTimeCodeDefinition(const TimeCodeDef* definition, Handle fault
 
 /* When a timecode track first shows a time code, in the movie's time scale: `text` is read as above by
    the definition of each of its samples.
-   Fails: invalidTrack, invalidMedia (no timecode), timeNotInTrack (never shown), paramErr, and as
-   TCGetTimeCodeAtTime. */
+   Fails: invalidTrack, invalidMedia (no timecode), timeNotInTrack (never shown), paramErr,
+   featureUnsupported (more than a million samples), and as TCGetTimeCodeAtTime. */
 OSErr ToolboxFindTimeCode(Track track, const char* text, TimeValue* time);
 
 /* Looks a movie over: whether its tables agree, its references lead somewhere, its samples lie inside
