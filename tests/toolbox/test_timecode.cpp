@@ -238,7 +238,9 @@ TEST(Timecode, FaultsOfDefinitionsAreNamed) {
   for (const auto& one : cases) {
     const auto faults = timecode_faults(one.definition);
     ASSERT_EQ(faults.size(), one.fault == nullptr ? 0u : 1u) << (one.fault ? one.fault : faults[0]);
-    if (one.fault) EXPECT_NE(faults[0].find(one.fault), std::string::npos) << faults[0];
+    if (one.fault) {
+      EXPECT_NE(faults[0].find(one.fault), std::string::npos) << faults[0];
+    }
   }
 }
 

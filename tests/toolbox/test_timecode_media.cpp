@@ -195,7 +195,9 @@ TEST_F(TimecodeMedia, TheNameOfTheSourceIsReadFromEitherPlace) {
     const TestHandle text;
     const OSErr found = GetUserDataText(source, text, 0x6E616D65, 1, 0);
     EXPECT_EQ(found, i < 3 ? noErr : userDataItemNotFound);
-    if (i < 3) EXPECT_EQ(text.bytes(), hex("5265656C37"));
+    if (i < 3) {
+      EXPECT_EQ(text.bytes(), hex("5265656C37"));
+    }
     EXPECT_EQ(noErr, DisposeUserData(source));
   }
 }
