@@ -17,6 +17,7 @@
 #include "sample_speed.h"
 #include "saving_speed.h"
 #include "script_calls.h"
+#include "timecode_speed.h"
 
 namespace {
 
@@ -100,6 +101,12 @@ int main(int argc, char** argv) {
               static_cast<unsigned long long>(chapters.extra_bytes));
   std::printf("  %-44s %9.2f ms   ffprobe %9.2f ms\n\n", "2,000 chapters listed", chapters.list,
               chapters.ffprobe);
+  const bench::TimecodeSpeed timecode = bench::measure_timecode(krz, folder);
+  std::printf("  %-44s %9.1f ns   back %9.1f ns\n", "a frame as a drop-frame time code",
+              timecode.to_label_ns, timecode.to_frame_ns);
+  std::printf("  %-44s %9.2f ms   12 GiB %9.2f ms   ffmpeg, 120 MB %9.2f ms\n\n",
+              "krz timecode add, two hours, 120 MB", timecode.krz_small, timecode.krz_large,
+              timecode.ffmpeg);
   const bench::SampleSpeed samples =
       bench::measure_samples(folder, bin, movies.ten_million_samples);
   std::printf("  %-44s %9.1f ns   memory %9.2f MiB\n", "a sample of ten million, walked in order",
@@ -168,6 +175,12 @@ int main(int argc, char** argv) {
        chapters.ffprobe >= 20 * chapters.list},
       {"a chapter of 30,000 / of 3,000", chapters.many_each / chapters.few_each, "<= 1.5",
        chapters.many_each <= 1.5 * chapters.few_each},
+      {"a frame as a time code, ns", timecode.to_label_ns, "<= 20", timecode.to_label_ns <= 20},
+      {"a time code as a frame, ns", timecode.to_frame_ns, "<= 20", timecode.to_frame_ns <= 20},
+      {"krz timecode add, 12 GiB / 120 MB", timecode.krz_large / timecode.krz_small, "<= 1.5",
+       timecode.krz_large <= 1.5 * timecode.krz_small},
+      {"ffmpeg 120 MB / krz timecode add 12 GiB", timecode.ffmpeg / timecode.krz_large, ">= 30",
+       timecode.ffmpeg == 0 || timecode.ffmpeg >= 30 * timecode.krz_large},
       {"a sample walked in order, ns", samples.walk_ns, "<= 100", samples.walk_ns <= 100},
       {"memory of that walk, MiB", samples.walk_memory, "<= 4", samples.walk_memory <= 4},
       {"a sample by time, 10^7 / 10^3", samples.access_ns.back() / samples.access_ns.front(),

@@ -3,6 +3,7 @@
 #Include "items.bas"
 #Include "descriptions.bas"
 #Include "apertures.bas"
+#Include "timecodeItem.bas"
 
 Dim worst As Integer = 0
 Dim documents As New JSONItem("[]")
@@ -34,14 +35,14 @@ Function MovieDocument(m As Movie, path As String) As JSONItem
   document.Value("trackCount") = m.TrackCountKRZ
   document.Value("apertureMode") = m.GetMovieApertureModeKRZ
   document.Value("hasChapterTrack") = m.HasQTChapterTrackKRZ
-  document.Value("hasTimeCodeTrack") = False
+  document.Value("hasTimeCodeTrack") = m.HasTimeCodeTrackKRZ
   Dim tracks As New JSONItem("[]")
   For i As Integer = 1 To m.TrackCountKRZ
     tracks.Append(TrackDocument(m.GetTrackIndexKRZ(i), i))
   Next
   document.Value("tracks") = tracks
   document.Value("chapters") = ChapterDocuments(m)
-  document.Value("timeCode") = Nil
+  document.Value("timeCode") = FirstTimeCode(m)
   document.Value("metaData") = ItemDocuments(m.MetaDataKRZ)
   document.Value("userData") = UserDataDocuments(m.UserDataKRZ)
   Return document
@@ -92,6 +93,18 @@ Function ChapterDocuments(m As Movie) As JSONItem
     documents.Append(document)
   Next
   Return documents
+End Function
+
+' The time code of the first timecode track at media time 0, Nil without one.
+Function FirstTimeCode(m As Movie) As Variant
+  For i As Integer = 1 To m.TrackCountKRZ
+    Dim t As QTTrackKRZ = m.GetTrackIndexKRZ(i)
+    If t.MediaType <> "tmcd" Then Continue
+    Dim c As QTTimeCodeKRZ = t.TimeCodeAtTime(0)
+    If c Is Nil Then Return Nil
+    Return TimeCodeDocument(c, t)
+  Next
+  Return Nil
 End Function
 
 ' The ID of the track that a track names as its chapters first, Nil for none.

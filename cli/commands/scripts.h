@@ -57,5 +57,10 @@ extern const char kApertureShowScript[];
 extern const char kApertureSetScript[];
 extern const char kApertureGenerateScript[];
 extern const char kApertureRemoveScript[];
+extern const char kTimecodeShowScript[];
+extern const char kTimecodeListScript[];
+extern const char kTimecodeAddScript[];
+extern const char kTimecodeRemoveScript[];
+extern const char kTimecodeConvertScript[];
 
 }  // namespace cli

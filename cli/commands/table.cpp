@@ -9,6 +9,7 @@
 #include "commands/sample_commands.h"
 #include "commands/scripts.h"
 #include "commands/sound_commands.h"
+#include "commands/timecode_commands.h"
 
 namespace cli {
 
@@ -120,6 +121,7 @@ constexpr Noun kNouns[] = {
     {"track", "list|set|clone|delete", "tracks and their properties"},
     {"edit", "list|cut|keep|insert|…", "cut, keep, repeat, stretch parts of a movie"},
     {"chapters", "list|import|export|…", "the chapters of a movie"},
+    {"timecode", "show|list|add|…", "time codes of a movie, and their arithmetic"},
     {"meta", "list|get|set|add|…", "titles, artists, pictures, locations, …"},
     {"userdata", "list|get|add|…", "the classic lists of movies and tracks"},
     {"samples", "list|extract", "list samples, copy their bytes"},
@@ -134,8 +136,8 @@ std::span<const Command> commands() {
   static const std::vector<Command> all = [] {
     std::vector<Command> list(std::begin(kGeneralCommands), std::end(kGeneralCommands));
     for (const std::span<const Command> more :
-         {edit_commands(), chapter_commands(), meta_commands(), sample_commands(),
-          sound_commands()}) {
+         {edit_commands(), chapter_commands(), timecode_commands(), meta_commands(),
+          sample_commands(), sound_commands()}) {
       list.insert(list.end(), more.begin(), more.end());
     }
     return list;

@@ -19,6 +19,7 @@ void register_library(Registry& registry) {
   register_movie_sound(registry);
   register_movie_tools(registry);
   register_movie_chapters(registry);
+  register_movie_timecode(registry);
   register_audio_layout(registry);
   register_text_parts(registry);
   register_text_search(registry);

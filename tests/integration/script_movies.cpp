@@ -76,6 +76,12 @@ BuiltMovie ntsc() {
   return movie;
 }
 
+BuiltMovie ntsc_long() {
+  BuiltMovie movie;
+  movie.tracks = {toolbox::video_track(16, 16, 1800, 1001, 30000)};
+  return movie;
+}
+
 BuiltMovie long_movie() {
   BuiltMovie movie;
   movie.tracks = {toolbox::video_track(16, 16, 4, 0x4000'0000)};
@@ -199,6 +205,7 @@ constexpr NamedMovie kMovies[] = {
     {"old-headers", old_headers},
     {"rates", rates},
     {"ntsc", ntsc},
+    {"ntsc-long", ntsc_long},
     {"descriptions", descriptions},
     {"odd-text", odd_text},
     {"circles", circles},

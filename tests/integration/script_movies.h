@@ -14,6 +14,7 @@ namespace krz::test {
 ///   old-headers   one sound track, dates beyond 2^32 seconds
 ///   rates         ten frames at half and at double speed, then one frame held
 ///   ntsc          three frames of 1001/30000 s in a movie of 600 ticks a second
+///   ntsc-long     a minute of them
 ///   long          four frames of 2^30 ticks each
 ///   descriptions  video of two descriptions and two files
 ///   odd-text      video whose chapters are text samples of every kind and damage, 60 ticks each

@@ -7,6 +7,7 @@
 #define KRZ_QUICKTIME_MEDIAHANDLERS_H
 
 #include <QuickTime/Movies.h>
+#include <QuickTime/UserData.h>
 
 #ifdef __cplusplus
 extern "C" {
@@ -40,6 +41,100 @@ ComponentResult TextMediaAddTextSample(MediaHandler mh, Ptr text, UInt32 size, S
                                        const RGBColor* hiliteColor, TimeValue duration,
                                        TimeValue* sampleTime);
 
+/* Timecode. */
+
+/* Flags of a definition. With tcCounter the others say nothing. */
+enum { tcDropFrame = 1, tc24HourMax = 2, tcNegTimesOK = 4, tcCounter = 8 };
+
+/* In the minutes of a record: the time code is negative. */
+enum { tctNegFlag = 0x80 };
+
+/* Flag of a timecode media. */
+enum { tcdfShowTimeCode = 1 };
+
+#pragma pack(push, 2)
+
+/* How time codes count. */
+typedef struct TimeCodeDef {
+  SInt32 flags;
+  TimeScale fTimeScale;    /* units a second */
+  TimeValue frameDuration; /* in these units */
+  UInt8 numFrames;         /* a second, as time codes count them: 30 at 29.97 */
+  UInt8 padding;
+} TimeCodeDef;
+
+typedef struct TimeCodeTime {
+  UInt8 hours;
+  UInt8 minutes; /* tctNegFlag included */
+  UInt8 seconds;
+  UInt8 frames;
+} TimeCodeTime;
+
+/* A time code, or a counter in its place. */
+typedef union TimeCodeRecord {
+  TimeCodeTime t;
+  SInt32 c;
+} TimeCodeRecord;
+
+/* How the time code is drawn. */
+typedef struct TCTextOptions {
+  SInt16 txFont;
+  SInt16 txFace;
+  SInt16 txSize; /* points */
+  SInt16 pad;
+  RGBColor foreColor;
+  RGBColor backColor;
+} TCTextOptions;
+
+/* The beginning of a timecode description, in the machine's own order as callers build it. The
+   items of the source reference stand behind it. */
+typedef struct TimeCodeDescription {
+  SInt32 descSize;
+  SInt32 dataFormat; /* 'tmcd' */
+  SInt32 resvd1;
+  SInt16 resvd2;
+  SInt16 dataRefIndex;
+  SInt32 flags;
+  TimeCodeDef timeCodeDef;
+  SInt32 srcRef;
+} TimeCodeDescription;
+
+#pragma pack(pop)
+
+/* The time code at a media time, or at the movie's current time. Any output may be null.
+   `srcRefH` gets a new list of user data, empty when the media names no source.
+   Owns:  the caller disposes the list.
+   Fail: timeNotInMedia, for the movie's current time also invalidTime where the track shows
+   nothing; paramErr for a definition that cannot be counted with, invalidSampleDescription,
+   invalidSampleTable for a sample of another size than 4 or 8 bytes, and as reading a sample. */
+ComponentResult TCGetTimeCodeAtTime(MediaHandler mh, TimeValue mediaTime, SInt32* frameNum,
+                                    TimeCodeDef* tcdef, TimeCodeRecord* tcrec, UserData* srcRefH);
+ComponentResult TCGetCurrentTimeCode(MediaHandler mh, SInt32* frameNum, TimeCodeDef* tcdef,
+                                     TimeCodeRecord* tcrec, UserData* srcRefH);
+
+/* Time code, frame number and text by a definition, which need not be that of the media. Labels that
+   drop-frame counting leaves out are taken as they stand. Negative numbers without tcNegTimesOK are
+   as many whole days later as it takes. The text is MacRoman, "01:00:00;02" when frames are dropped.
+   Fail: paramErr for 0 frames a second and for arguments that are null. */
+ComponentResult TCTimeCodeToFrameNumber(MediaHandler mh, TimeCodeDef* tcdef, TimeCodeRecord* tcrec,
+                                        SInt32* frameNumber);
+ComponentResult TCFrameNumberToTimeCode(MediaHandler mh, SInt32 frameNumber, TimeCodeDef* tcdef,
+                                        TimeCodeRecord* tcrec);
+ComponentResult TCTimeCodeToString(MediaHandler mh, TimeCodeDef* tcdef, TimeCodeRecord* tcrec,
+                                   Str255 tcStr);
+
+/* Puts a source reference into a description, in place of the one that it has; nil for none. The
+   handle grows, its size field, in either byte order, with it.
+   Fails: invalidSampleDescription, paramErr, memFullErr. */
+ComponentResult TCSetSourceRef(MediaHandler mh, Handle tcdH, UserData srefH);
+
+/* The flags of the media: those in `flagsMask` are set. */
+ComponentResult TCSetTimeCodeFlags(MediaHandler mh, SInt32 flags, SInt32 flagsMask);
+ComponentResult TCGetTimeCodeFlags(MediaHandler mh, SInt32* flags);
+
+/* How the media is drawn: black on white in the system font at 12 points where nothing says. */
+ComponentResult TCSetDisplayOptions(MediaHandler mh, const TCTextOptions* textOptions);
+ComponentResult TCGetDisplayOptions(MediaHandler mh, TCTextOptions* textOptions);
 /* Sound media. Balance, volume and what stands in the file apart, settings live as long as the movie
    is open. Outputs may be null. All fail: badComponentSelector when the media is no sound. */
 

@@ -155,6 +155,22 @@ Boolean ToolboxCanMeasureSound(Track track);
 OSErr ToolboxGetShortChapters(Movie movie, Handle entries);
 OSErr ToolboxSetShortChapters(Movie movie, const void* entries, uint32_t size);
 
+/* Reads a time code as people write it, strictly: "01:00:00:02" or "01:00:00;02", "-" in front of it
+   where the definition allows, or the number of a counter.
+   Fails: paramErr for what is none, for parts that are too large, and for labels that drop-frame
+   counting leaves out; ToolboxErrorDetail() says which. */
+OSErr ToolboxParseTimeCode(const char* text, const TimeCodeDef* definition, TimeCodeRecord* record);
+
+/* What of a definition no reader can count on, a line for each fault in UTF-8; empty when it is sound.
+   `faults` is resized to them. Fails: paramErr, memFullErr. */
+OSErr ToolboxCheckTimeCodeDefinition(const TimeCodeDef* definition, Handle faults);
+
+/* When a timecode track first shows a time code, in the movie's time scale: `text` is read as above by
+   the definition of each of its samples.
+   Fails: invalidTrack, invalidMedia (no timecode), timeNotInTrack (never shown), paramErr,
+   featureUnsupported (more than a million samples), and as TCGetTimeCodeAtTime. */
+OSErr ToolboxFindTimeCode(Track track, const char* text, TimeValue* time);
+
 /* Looks a movie over: whether its tables agree, its references lead somewhere, its samples lie inside
    the file. `*problems` is a new handle with a line for each problem, at most a hundred, in UTF-8;
    empty when there are none. Media data is not read.
