@@ -50,5 +50,6 @@ extern const char kUserdataImportScript[];
 extern const char kSamplesListScript[];
 extern const char kSamplesExtractScript[];
 extern const char kDescribeScript[];
+extern const char kMapScript[];
 
 }  // namespace cli
