@@ -47,7 +47,7 @@ End Class
 Class SVGCanvas Inherits Canvas
   Private parts() As String
   Sub Constructor(width As Integer, height As Integer, title As String)
-    parts.Append "<svg xmlns=""http://www.w3.org/2000/svg"" width=""" + Str(width) + """ height=""" + Str(height) + """ viewBox=""0 0 " + Str(width) + " " + Str(height) + """ font-family=""Helvetica, Arial, 'DejaVu Sans', sans-serif"">"
+    parts.Append "<svg xmlns=""http://www.w3.org/2000/svg"" width=""" + Str(width) + """ height=""" + Str(height) + """ viewBox=""0 0 " + Str(width) + " " + Str(height) + """ xml:space=""preserve"" font-family=""Helvetica, Arial, 'DejaVu Sans', sans-serif"">"
     parts.Append "<title>" + Escaped(title) + "</title>"
     Box(0, 0, width, height, &cFFFFFF)
   End Sub

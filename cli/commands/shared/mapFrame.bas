@@ -99,7 +99,10 @@ Class FramePanel
     scale = Min(kAreaWidth / Max(right - left, 1), kAreaHeight / Max(bottom - top, 1))
     c.Text(Format(right - left, "0.##") + " × " + Format(bottom - top, "0.##"), 128, y + 26, 11, &c5B636D)
     For Each shape As FrameShape In shapes
-      DrawShape(shape)
+      If shape.IsUpright Then c.Box(Across(shape.Left), Down(shape.Top), (shape.Right - shape.Left) * scale, (shape.Bottom - shape.Top) * scale, Mixed(shape.Owner.Tint, &cFFFFFF, 0.16), shape.Owner.Name)
+    Next
+    For i As Integer = 0 To shapes.LastIndex
+      DrawOutline(shapes(i), i)
     Next
     For i As Integer = shapes.LastIndex DownTo 0
       Dim line As Integer = shapes.LastIndex - i
@@ -121,16 +124,26 @@ Class FramePanel
     Return Self.y + 40 + (y - top) * scale
   End Function
 
-  Private Sub DrawShape(shape As FrameShape)
+  ' Outlines lie over all that is filled, so that what another track hides is seen, too.
+  Private Sub DrawOutline(shape As FrameShape, index As Integer)
     Dim tint As Color = shape.Owner.Tint
-    If shape.IsUpright Then c.Box(Across(shape.Left), Down(shape.Top), (shape.Right - shape.Left) * scale, (shape.Bottom - shape.Top) * scale, Mixed(tint, &cFFFFFF, 0.16), shape.Owner.Name)
     For i As Integer = 0 To 3
       Dim k As Integer = (i + 1) Mod 4
       c.Line(Across(shape.Xs(i)), Down(shape.Ys(i)), Across(shape.Xs(k)), Down(shape.Ys(k)), tint, 1.5)
     Next
     ' The corner that a picture begins with.
     c.Box(Across(shape.Xs(0)) - 3, Down(shape.Ys(0)) - 3, 6, 6, tint)
-    c.Text(NthField(shape.Owner.Name, " ", 1), Across((shape.Left + shape.Right) / 2), Down((shape.Top + shape.Bottom) / 2) + 5, 13, tint, True, "middle")
+    ' Numbers of tracks that begin at one place stand side by side.
+    Dim before As Integer
+    For i As Integer = 0 To index - 1
+      If shapes(i).Left = shape.Left And shapes(i).Top = shape.Top Then before = before + 1
+    Next
+    Dim number As String = NthField(shape.Owner.Name, " ", 1)
+    If shape.IsUpright Then
+      c.Text(number, Across(shape.Left) + 10 + before * 18, Down(shape.Top) + 18, 13, tint, True)
+    Else
+      c.Text(number, Across((shape.Xs(0) + shape.Xs(2)) / 2), Down((shape.Ys(0) + shape.Ys(2)) / 2) + 5, 13, tint, True, "middle")
+    End If
   End Sub
 
   Private Sub DrawReferences()

@@ -2,7 +2,7 @@
 
 Class Timeline
   Height As Integer
-  Private Const kLeft = 250, kRight = 1168, kLane = 46, kAxis = 30, kBand = 34
+  Private Const kLeft = 272, kRight = 1168, kLane = 46, kAxis = 30, kBand = 34
   Private m As Movie
   Private tracks() As MapTrack
   Private lists() As ChapterList
@@ -61,7 +61,9 @@ Class Timeline
       Dim x As Double = Across(at * m.TimeScale)
       c.Line(x, top + kAxis - 5, x, top + kAxis, &c9AA2AC)
       c.Line(x, top + kAxis, x, bottom, &cE9ECEF)
-      If x < kRight - 20 Or at = 0 Then c.Text(TickText(at, tick), x, top + kAxis - 10, 11, &c5B636D, False, "middle")
+      Dim anchor As String = "middle"
+      If x > kRight - 18 Then anchor = "end"
+      c.Text(TickText(at, tick), x, top + kAxis - 10, 11, &c5B636D, False, anchor)
     Next
   End Sub
 
@@ -109,19 +111,21 @@ Class Timeline
         If narrowFrom < 0 Then narrowFrom = x
         narrowTo = finish
         narrow = narrow + 1
-        If narrowTo - narrowFrom < 2 Then Continue
-      Else
-        DrawEdit(one, y, x, finish, i, start, duration, mediaStart, rate)
+        Continue
       End If
-      If narrowFrom >= 0 Then DrawNarrow(one, y, narrowFrom, Max(narrowTo, narrowFrom + 1), narrow)
+      DrawNarrow(one, y, narrowFrom, narrowTo, narrow)
+      DrawEdit(one, y, x, finish, i, start, duration, mediaStart, rate)
       narrowFrom = -1
       narrow = 0
     Next
-    If narrowFrom >= 0 Then DrawNarrow(one, y, narrowFrom, Max(narrowTo, narrowFrom + 1), narrow)
+    DrawNarrow(one, y, narrowFrom, narrowTo, narrow)
   End Sub
 
+  ' Edits that are too short to be seen one by one.
   Private Sub DrawNarrow(one As MapTrack, y As Integer, x As Double, finish As Double, count As Integer)
-    c.Box(x, y + 10, finish - x, 26, Mixed(one.Tint, &cFFFFFF, 0.7), Counted(count, "edit"))
+    If count = 0 Then Return
+    c.Box(x, y + 10, Max(finish - x - 1, 1), 26, Mixed(one.Tint, &cFFFFFF, 0.7), Counted(count, "edit"))
+    c.Text(c.Fitted(Counted(count, "short edit"), 10, finish - x - 12), x + 6, y + 26, 10, &cFFFFFF)
   End Sub
 
   Private Sub DrawEdit(one As MapTrack, y As Integer, x As Double, finish As Double, number As Integer, start As Integer, duration As Integer, mediaStart As Int64, rate As Double)
@@ -144,9 +148,21 @@ Class Timeline
     ' Another speed is seen without reading: a second colour along the lower edge.
     If label <> "" Then c.Box(x, y + 31, width, 5, &cD0433B)
     Dim text As String
-    If number > 1 Or mediaStart > 0 Then text = "from " + from
+    If mediaStart > 0 And scale > 0 Then text = "from " + ShortClock(mediaStart, scale)
     If label <> "" And text <> "" Then text = label + "  " + text
     If text = "" Then text = label
     If width > 40 Then c.Text(c.Fitted(text, 10, width - 12), x + 6, y + 26, 10, &cFFFFFF)
   End Sub
+
+  ' "0:03", "1:02:03.5": no hours and no thousandths where there are none.
+  Private Function ShortClock(time As Int64, scale As Integer) As String
+    Dim text As String = ClockText(time, scale)
+    If Left(text, 2) = "0:" Then text = Mid(text, 3)
+    If Left(text, 1) = "0" Then text = Mid(text, 2)
+    While Right(text, 1) = "0" And InStr(text, ".") > 0
+      text = Left(text, Len(text) - 1)
+    Wend
+    If Right(text, 1) = "." Then text = Left(text, Len(text) - 1)
+    Return text
+  End Function
 End Class
