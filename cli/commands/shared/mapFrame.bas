@@ -4,6 +4,7 @@ Class FrameShape
   Owner As MapTrack
   Xs(3) As Double      ' corners in the movie's frame, in order around it
   Ys(3) As Double
+  Placing As String    ' how it is turned, "" when it stands as it is stored
   Sub Constructor(owner As MapTrack)
     Self.Owner = owner
     Dim a, b, u, c, d, v, x, y, w As Integer
@@ -15,6 +16,8 @@ Class FrameShape
       Xs(i) = (across * a + down * c + x) / 65536
       Ys(i) = (across * b + down * d + y) / 65536
     Next
+    If b <> 0 Or c <> 0 Then Placing = ", turned"
+    If Double(a) * d < Double(b) * c Then Placing = ", mirrored" + Placing
   End Sub
   Function IsUpright() As Boolean
     Return (Xs(0) = Xs(3) And Ys(0) = Ys(1)) Or (Xs(0) = Xs(1) And Ys(0) = Ys(3))
@@ -112,8 +115,10 @@ Class FramePanel
       End If
       Dim t As QTTrackKRZ = shapes(i).Owner.Track
       c.Box(kList, y + 38 + line * 20, 11, 11, shapes(i).Owner.Tint)
-      Dim text As String = shapes(i).Owner.Name + "   " + Str(t.Width) + "×" + Str(t.Height) + " at " + Format(shapes(i).Left, "0.##") + ", " + Format(shapes(i).Top, "0.##") + "   layer " + Str(t.Layer)
-      c.Text(c.Fitted(text, 11, kReferences - kList - 34), kList + 18, y + 48 + line * 20, 11, &c1F2328)
+      Dim text As String = shapes(i).Owner.Name + "   " + Str(t.Width) + "×" + Str(t.Height) + "  at " + Format(shapes(i).Left, "0.##") + ", " + Format(shapes(i).Top, "0.##") + "  layer " + Str(t.Layer) + shapes(i).Placing
+      Dim room As Double = 1150 - kList
+      If references.Count > 0 Then room = kReferences - kList - 26
+      c.Text(c.Fitted(text, 11, room), kList + 18, y + 48 + line * 20, 11, &c1F2328)
     Next
   End Sub
 

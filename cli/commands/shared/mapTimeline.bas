@@ -124,7 +124,7 @@ Class Timeline
   ' Edits that are too short to be seen one by one.
   Private Sub DrawNarrow(one As MapTrack, y As Integer, x As Double, finish As Double, count As Integer)
     If count = 0 Then Return
-    c.Box(x, y + 10, Max(finish - x - 1, 1), 26, Mixed(one.Tint, &cFFFFFF, 0.7), Counted(count, "edit"))
+    c.Box(x, y + 10, Max(finish - x - 1, 2), 26, Mixed(one.Tint, &cFFFFFF, 0.8), Counted(count, "edit"))
     c.Text(c.Fitted(Counted(count, "short edit"), 10, finish - x - 12), x + 6, y + 26, 10, &cFFFFFF)
   End Sub
 

@@ -80,6 +80,6 @@ Function DetailOf(t As QTTrackKRZ) As String
   End If
   Dim language As String = TrackLanguage(t.TrackHandle)
   If language <> "und" And language <> "" Then parts.Append language
-  parts.Append Format(t.MediaSampleCount, "#,##0") + " samples"
+  If t.MediaSampleCount = 1 Then parts.Append "1 sample" Else parts.Append Format(t.MediaSampleCount, "#,##0") + " samples"
   Return Join(parts, " · ")
 End Function
