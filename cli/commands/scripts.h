@@ -5,6 +5,7 @@ namespace cli {
 
 extern const char kInfoScript[];
 extern const char kInfoJSONScript[];
+extern const char kMapScript[];
 extern const char kReplScript[];
 extern const char kTrackListScript[];
 extern const char kTrackSetScript[];
@@ -50,6 +51,5 @@ extern const char kUserdataImportScript[];
 extern const char kSamplesListScript[];
 extern const char kSamplesExtractScript[];
 extern const char kDescribeScript[];
-extern const char kMapScript[];
 
 }  // namespace cli
