@@ -125,7 +125,7 @@ Class Timeline
   Private Sub DrawNarrow(one As MapTrack, y As Integer, x As Double, finish As Double, count As Integer)
     If count = 0 Then Return
     c.Box(x, y + 10, Max(finish - x - 1, 2), 26, Mixed(one.Tint, &cFFFFFF, 0.8), Counted(count, "edit"))
-    c.Text(c.Fitted(Counted(count, "short edit"), 10, finish - x - 12), x + 6, y + 26, 10, &cFFFFFF)
+    c.Text(c.Fitted(Counted(count, "short edit"), 10, finish - x - 12), x + 6, y + 26, 10, one.Ink)
   End Sub
 
   Private Sub DrawEdit(one As MapTrack, y As Integer, x As Double, finish As Double, number As Integer, start As Integer, duration As Integer, mediaStart As Int64, rate As Double)
@@ -151,7 +151,7 @@ Class Timeline
     If mediaStart > 0 And scale > 0 Then text = "from " + ShortClock(mediaStart, scale)
     If label <> "" And text <> "" Then text = label + "  " + text
     If text = "" Then text = label
-    If width > 40 Then c.Text(c.Fitted(text, 10, width - 12), x + 6, y + 26, 10, &cFFFFFF)
+    If width > 40 Then c.Text(c.Fitted(text, 10, width - 12), x + 6, y + 26, 10, one.Ink)
   End Sub
 
   ' "0:03", "1:02:03.5": no hours and no thousandths where there are none.

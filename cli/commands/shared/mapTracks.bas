@@ -6,6 +6,7 @@ Class MapTrack
   Name As String       ' "2 Sound"
   Detail As String     ' "mp4a · 2 channels · 48 kHz"
   Tint As Color
+  Ink As Color = &cFFFFFF    ' what is legible on it
 
   Sub Constructor(t As QTTrackKRZ, index As Integer, isChapters As Boolean)
     Track = t
@@ -14,6 +15,7 @@ Class MapTrack
     Detail = DetailOf(t)
     If Not t.TrackEnabled Then
       Tint = Mixed(Tint, &cFFFFFF, 0.45)
+      Ink = &c1F2328
       Detail = "disabled · " + Detail
     End If
   End Sub
