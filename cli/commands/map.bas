@@ -19,6 +19,8 @@ Try
     Draw(m, path, form = ".png")
   Catch e As IOException
     Fail(e.Message, 5)
+  Catch e As UnsupportedFormatException
+    Fail(e.Message + "; an .svg map needs neither fonts nor libpng", 1)
   End Try
 Catch e As UsageError
   Fail(e.Message, 2)

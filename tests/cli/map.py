@@ -123,6 +123,13 @@ class Maps(unittest.TestCase):
             self.assertIn(expected, answer.stderr)
             self.assertEqual(answer.stderr.count("\n"), 1, answer.stderr)
 
+    def test_without_fonts_there_is_still_text(self):
+        none = dict(os.environ, KRZ_FRAMEWORKS=os.fspath(self.folder / "none"))
+        for name, status, message in (("map.svg", 0, ""), ("map.png", 1, "krz: text cannot be drawn")):
+            answer = subprocess.run([KRZ, "map", self.movie, "-o", self.folder / name], capture_output=True, text=True, env=none)
+            self.assertEqual((answer.returncode, answer.stderr.startswith(message), answer.stderr.count("\n")), (status, True, status))
+            self.assertEqual((self.folder / name).exists(), status == 0)
+
     def test_every_movie_of_the_corpus_gives_a_whole_small_map(self):
         if CORPUS is None or not CORPUS.is_dir():
             self.skipTest("there is no folder of real movies")
