@@ -43,13 +43,13 @@ std::unique_ptr<World> World::create(int depth, const Box& bounds, OSErr& error)
   if (!is_known_depth(depth)) return nullptr;
   error = memFullErr;
   const int64_t row_bytes = (int64_t{bounds.width()} * depth + 31) / 32 * 4;
-  const int64_t bytes = row_bytes * bounds.height();
+  const auto bytes = static_cast<size_t>(row_bytes * bounds.height());
   PixelMemory memory = allocate_pixels(bytes);
   if (!memory) return nullptr;
   // White, whatever the depth; the spare bit of 16 stays clear.
-  std::memset(memory.get(), depth == 1 ? 0 : 0xFF, static_cast<size_t>(bytes));
+  if (depth != 1) std::memset(memory.get(), 0xFF, bytes);
   if (depth == 16) {
-    for (int64_t i = 0; i < bytes; i += 2) memory[static_cast<size_t>(i)] = 0x7F;
+    for (size_t i = 0; i < bytes; i += 2) memory[i] = 0x7F;
   }
   auto world = std::make_unique<World>();
   world->pixels_ = {memory.get(), row_bytes, depth, bounds};

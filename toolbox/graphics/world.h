@@ -7,7 +7,7 @@
 #include <memory>
 
 #include "graphics/font_measures.h"
-#include "graphics/pixel_memory.h"
+#include "memory/pixel_memory.h"
 #include "graphics/pixels.h"
 #include "memory/tokens.h"
 
