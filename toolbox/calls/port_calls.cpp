@@ -47,7 +47,7 @@ CGContextRef context_over(const FrameworkPixels& pixels) {
     case 24:
       return make(8, kCGImageAlphaNone);
     case 16:
-      return make(5, kCGImageAlphaNoneSkipFirst | kCGBitmapByteOrder16Big);
+      return make(5, CGBitmapInfo{kCGImageAlphaNoneSkipFirst} | kCGBitmapByteOrder16Big);
     default:
       return nullptr;
   }
