@@ -115,7 +115,7 @@ std::optional<Region> Region::from_record(ByteView record) {
       // The rows end here, and so does the record.
       if (!words.at_end() || !builder.is_closed()) return std::nullopt;
       Region region = builder.take();
-      if (region.bounds() != (region.empty() ? Box{} : box)) return std::nullopt;
+      if (region.bounds() != box) return std::nullopt;
       return region;
     }
     if (y <= above) return std::nullopt;
