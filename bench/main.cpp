@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <string>
 
+#include "chapter_speed.h"
 #include "language_speed.h"
 #include "metadata_speed.h"
 #include "movies.h"
@@ -93,6 +94,12 @@ int main(int argc, char** argv) {
               static_cast<unsigned long long>(title.extra_bytes));
   std::printf("  %-44s %9.2f ms   AtomicParsley %9.2f ms   exiftool %9.2f ms\n\n",
               "krz meta set, flushes included", title.krz, title.atomic_parsley, title.exiftool);
+  const bench::ChapterSpeed chapters = bench::measure_chapters(krz, folder);
+  std::printf("  %-44s %9.2f ms   ffmpeg %9.2f ms   %llu bytes beyond samples and movie atom\n",
+              "2,000 chapters imported, two hours, 12 MiB", chapters.import, chapters.ffmpeg,
+              static_cast<unsigned long long>(chapters.extra_bytes));
+  std::printf("  %-44s %9.2f ms   ffprobe %9.2f ms\n\n", "2,000 chapters listed", chapters.list,
+              chapters.ffprobe);
   const bench::SampleSpeed samples =
       bench::measure_samples(folder, bin, movies.ten_million_samples);
   std::printf("  %-44s %9.1f ns   memory %9.2f MiB\n", "a sample of ten million, walked in order",
@@ -147,6 +154,18 @@ int main(int argc, char** argv) {
        ">= 500", title.krz_large == 0 || title.atomic_parsley_large >= 500 * title.krz_large},
       {"exiftool / krz meta set, 12 GiB", title.exiftool_large / title.krz_large, ">= 500",
        title.krz_large == 0 || title.exiftool_large >= 500 * title.krz_large},
+      {"2,000 chapters imported, ms", chapters.import, "<= 40", chapters.import <= 40},
+      {"the same / movie atom in C", chapters.import / saving.rewrite_atom, "<= 40",
+       chapters.import <= 40 * saving.rewrite_atom},
+      {"ffmpeg / krz chapters import", chapters.ffmpeg / chapters.import, ">= 80",
+       chapters.ffmpeg >= 80 * chapters.import},
+      {"bytes beyond samples and movie atom", static_cast<double>(chapters.extra_bytes), "<= 500",
+       chapters.extra_bytes <= 500},
+      {"2,000 chapters listed, ms", chapters.list, "<= 12", chapters.list <= 12},
+      {"ffprobe / krz chapters list", chapters.ffprobe / chapters.list, ">= 20",
+       chapters.ffprobe >= 20 * chapters.list},
+      {"a chapter of 30,000 / of 3,000", chapters.many_each / chapters.few_each, "<= 1.5",
+       chapters.many_each <= 1.5 * chapters.few_each},
       {"a sample walked in order, ns", samples.walk_ns, "<= 100", samples.walk_ns <= 100},
       {"memory of that walk, MiB", samples.walk_memory, "<= 4", samples.walk_memory <= 4},
       {"a sample by time, 10^7 / 10^3", samples.access_ns.back() / samples.access_ns.front(),

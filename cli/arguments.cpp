@@ -5,6 +5,7 @@
 #include <string>
 
 #include "command.h"
+#include "each_movie.h"
 
 namespace cli {
 
@@ -29,7 +30,9 @@ std::string usage_hint(const Command& command) {
   return std::string("; see `krz help ") + command.name + "`";
 }
 
-bool right_number_of_arguments(const Command& command, size_t count) {
+bool right_number_of_arguments(const Command& command, const Invocation& invocation) {
+  // A list stands for one movie, or for as many as there may be.
+  const size_t count = invocation.arguments.size() + (invocation.has("files-from") ? 1 : 0);
   if (count < static_cast<size_t>(command.least_arguments)) {
     report(std::string(command.name) + " needs more arguments: krz " + command.name + " " +
            command.synopsis);
@@ -45,11 +48,21 @@ bool right_number_of_arguments(const Command& command, size_t count) {
 
 }  // namespace
 
+std::vector<Option> options_of(const Command& command) {
+  std::vector<Option> options(command.options.begin(), command.options.end());
+  if (command.movies != Movies::kNone) {
+    const auto several = several_movies_options();
+    options.insert(options.end(), several.begin(), several.end());
+  }
+  return options;
+}
+
 bool parse_arguments(const Command& command, std::span<char*> words, Invocation& invocation) {
+  const std::vector<Option> options = options_of(command);
   std::vector<option> long_options;
   std::string short_options = command.stops_at_argument ? "+:" : ":";
-  for (size_t i = 0; i < command.options.size(); ++i) {
-    const Option& one = command.options[i];
+  for (size_t i = 0; i < options.size(); ++i) {
+    const Option& one = options[i];
     const int takes_value = !one.value_name            ? no_argument
                             : one.value_name[0] == '[' ? optional_argument
                                                        : required_argument;
@@ -81,8 +94,8 @@ bool parse_arguments(const Command& command, std::span<char*> words, Invocation&
              (code == ':' ? "" : command.name) + usage_hint(command));
       return false;
     }
-    for (size_t i = 0; i < command.options.size(); ++i) {
-      const Option& one = command.options[i];
+    for (size_t i = 0; i < options.size(); ++i) {
+      const Option& one = options[i];
       if (code == static_cast<int>(i) + 256 || (one.letter && code == one.letter)) {
         invocation.options.emplace_back(one.name, optarg ? optarg : "");
       }
@@ -90,7 +103,7 @@ bool parse_arguments(const Command& command, std::span<char*> words, Invocation&
   }
   for (int i = optind; i < argc; ++i)
     invocation.arguments.emplace_back(argv[static_cast<size_t>(i)]);
-  return right_number_of_arguments(command, invocation.arguments.size());
+  return right_number_of_arguments(command, invocation);
 }
 
 }  // namespace cli

@@ -1,6 +1,7 @@
 // How a command of krz is described: parsing, help and completions all read the same records.
 #pragma once
 
+#include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
@@ -31,6 +32,16 @@ struct Option {
 
 struct Invocation;
 
+/// Which arguments of a command are movies that it is done for one by one.
+enum class Movies : uint8_t {
+  kNone,      // there are none, or they belong together
+  kTogether,  // all are movies, and the program itself goes through them
+  kFirst,     // the first; several come from a list
+  kAll,
+  kAllButLast,
+  kAllButAssignments,  // what is not KEY=VALUE
+};
+
 /// A command. Either `script` holds its program in the host language, or `run` does the work.
 struct Command {
   const char* name;        // "info", or noun and verb, "track set"
@@ -44,6 +55,7 @@ struct Command {
   const char* script;
   const char* json_script;  // what runs in its place for --json, so that neither compiles the other
   int (*run)(const Invocation& invocation);
+  Movies movies = Movies::kNone;
 };
 
 /// The first word of several commands: `track` of "track list" and "track set".
@@ -53,25 +65,37 @@ struct Noun {
   const char* summary;
 };
 
+/// Commands of one word that the overview shows in one line.
+struct Topic {
+  const char* names;  // "save|verify|diff"
+  const char* summary;
+};
+
 /// A command with what the user gave it.
 struct Invocation {
   const Command* command = nullptr;
   std::vector<std::string> arguments;
   std::vector<std::pair<std::string_view, std::string>> options;  // by name, in the order given
 
+  /// `option` is a name without its dashes.
   bool has(std::string_view option) const;
 
   /// The last value given for an option; empty when there is none.
   std::string_view value(std::string_view option) const;
 };
 
-/// Every command, and every noun, in the order the help lists them: commands of one word first.
+/// Every command, and every topic and noun in the order the help lists them. A command of one word
+/// belongs to a topic, one of two words to a noun.
 std::span<const Command> commands();
+std::span<const Topic> topics();
 std::span<const Noun> nouns();
 
 /// The command or noun of that name, null when there is none.
 const Command* find_command(std::string_view name);
 const Noun* find_noun(std::string_view name);
+
+/// The options of a command, those for several movies behind its own.
+std::vector<Option> options_of(const Command& command);
 
 /// Whether a command begins with that noun.
 bool is_verb_of(const Command& command, const Noun& noun);

@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include <cstdio>
-#include <cstring>
 #include <string>
 
 #include "runtime.h"
@@ -43,10 +42,7 @@ void print_help() {
   std::string text =
       "krz looks inside QuickTime-style movies (.mov .mp4 .m4a .m4v) and runs scripts over them.\n"
       "Usage: krz COMMAND [ARGUMENT…], where the commands are:\n";
-  for (const Command& command : commands()) {
-    if (std::strchr(command.name, ' ')) continue;
-    append_row(text, std::string(command.name) + " " + command.synopsis, command.summary);
-  }
+  for (const Topic& topic : topics()) append_row(text, topic.names, topic.summary);
   for (const Noun& noun : nouns()) {
     append_row(text, std::string(noun.name) + " " + noun.verbs, noun.summary);
   }
@@ -60,8 +56,9 @@ void print_help() {
 void print_command_help(const Command& command) {
   std::string text =
       std::string("krz ") + command.name + " " + command.synopsis + "\n\n" + command.summary + "\n";
-  if (!command.options.empty()) text += "\nOptions:\n";
-  for (const Option& option : command.options) {
+  const std::vector<Option> options = options_of(command);
+  if (!options.empty()) text += "\nOptions:\n";
+  for (const Option& option : options) {
     std::string line = "  ";
     if (option.letter) line += std::string("-") + option.letter + ", ";
     line += std::string("--") + option.name;

@@ -6,6 +6,7 @@
 
 #include "command.h"
 #include "commands/actions.h"
+#include "each_movie.h"
 #include "help.h"
 #include "language/names.h"
 
@@ -90,6 +91,14 @@ bool asks_for_help(const Command& command, std::span<char*> words) {
   return false;
 }
 
+int run_command(const Invocation& invocation) {
+  const Command& command = *invocation.command;
+  if (command.run) return command.run(invocation);
+  const bool as_json = command.json_script && invocation.has("json");
+  return run_program(as_json ? command.json_script : command.script,
+                     std::string("krz ") + command.name, invocation, invocation.arguments);
+}
+
 int dispatch(std::span<char*> words) {
   if (words.empty()) {
     print_help();
@@ -108,10 +117,9 @@ int dispatch(std::span<char*> words) {
   }
   Invocation invocation;
   if (!parse_arguments(*command, rest, invocation)) return kWrongUsage;
-  if (command->run) return command->run(invocation);
-  const bool as_json = command->json_script && invocation.has("json");
-  return run_program(as_json ? command->json_script : command->script,
-                     std::string("krz ") + command->name, invocation, invocation.arguments);
+  MovieRuns runs;
+  if (!find_movies(invocation, runs)) return kWrongUsage;
+  return runs.one_by_one ? run_for_each(invocation, runs, run_command) : run_command(invocation);
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
 ' krz chapters check: what players need of chapters, and whether it is there.
-#Include "chapterForms.bas"
+#Include "chapters.bas"
 
 Dim problems As Integer
 Try

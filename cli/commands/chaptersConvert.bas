@@ -1,6 +1,6 @@
 ' krz chapters convert: makes the short list in user data from the chapter track, or the track from the list.
 #Include "changes.bas"
-#Include "chapterForms.bas"
+#Include "chapters.bas"
 
 Try
   Dim target As String = Lowercase(CommandLine.Value("to"))

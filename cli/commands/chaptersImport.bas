@@ -1,6 +1,6 @@
 ' krz chapters import: takes chapters from a file, or makes one every so often.
 #Include "changes.bas"
-#Include "chapterForms.bas"
+#Include "chapterReader.bas"
 
 Try
   If CommandLine.Has("every") = (Args.Count > 1) Then Raise New UsageError("name a file of chapters, - for standard input, or say --every 5m")

@@ -1,13 +1,9 @@
 ' krz chapters list: the chapters of a movie.
-#Include "chapterForms.bas"
+#Include "chapters.bas"
 
 Try
   Dim m As Movie = OpenMovie(Args(0))
-  If CommandLine.Has("json") Then
-    Dim wanted As ChapterList = WantedList(m)
-    If wanted Is Nil Then wanted = New ChapterList
-    Print ChapterDocument(wanted, m).ToString(True)
-  ElseIf CommandLine.Has("track") Then
+  If CommandLine.Has("track") Then
     Dim wanted As ChapterList = WantedList(m)
     If wanted Is Nil Then Fail("that track has no chapters", 1)
     List(wanted, m)
@@ -37,8 +33,11 @@ End Function
 
 Sub List(list As ChapterList, m As Movie)
   Print "   #          from            to  title"
+  Dim start As String
+  If list.Items.Count > 0 Then start = PadLeft(ChapterClock(list.Items(0).Start, m), 14)
   For i As Integer = 0 To list.Items.LastIndex
-    Dim item As Chapter = list.Items(i)
-    Print PadLeft(Str(i + 1), 4) + PadLeft(ChapterClock(item.Start, m), 14) + PadLeft(ChapterClock(list.EndOf(i), m), 14) + "  " + OneLine(item.Title)
+    Dim finish As String = PadLeft(ChapterClock(list.EndOf(i), m), 14)
+    Print PadLeft(Str(i + 1), 4) + start + finish + "  " + OneLine(list.Items(i).Title)
+    start = finish
   Next
 End Sub

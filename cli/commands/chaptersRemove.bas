@@ -1,6 +1,6 @@
 ' krz chapters remove: removes chapters by their numbers, or all there are.
 #Include "changes.bas"
-#Include "chapterForms.bas"
+#Include "chapters.bas"
 
 Try
   Dim change As New MovieChange(Args(0))

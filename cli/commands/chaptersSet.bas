@@ -1,6 +1,6 @@
 ' krz chapters set: changes the title or the time of one chapter, or adds one behind the last.
 #Include "changes.bas"
-#Include "chapterForms.bas"
+#Include "chapters.bas"
 
 Try
   If Not CommandLine.Has("title") And Not CommandLine.Has("time") Then Raise New UsageError("say what to change: --title TEXT, --time TIME")

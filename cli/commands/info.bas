@@ -1,7 +1,5 @@
 ' krz info: what is in a movie, for people.
 
-Const kBlanks = "            "
-
 Dim worst As Integer = 0
 Dim shown As Integer = 0
 For i As Integer = 0 To Args.Ubound
@@ -56,14 +54,6 @@ Function SoundOf(t As QTTrackKRZ) As String
   Dim d As QTSoundSampleDescriptionKRZ = t.MediaSoundSampleDescription(1)
   If d Is Nil Then Return ""
   Return "  " + Str(d.ChannelCount) + " ch, " + Str(d.SampleRate) + " Hz"
-End Function
-
-Function PadLeft(text As String, width As Integer) As String
-  Return Left(kBlanks, width - Len(text)) + text
-End Function
-
-Function PadRight(text As String, width As Integer) As String
-  Return text + Left(kBlanks, width - Len(text))
 End Function
 
 ' Seconds as "1:02:03.40", or "2:03.45" below an hour.

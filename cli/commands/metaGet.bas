@@ -3,18 +3,16 @@
 
 Try
   Dim found As Integer
-  For i As Integer = 0 To Args.Ubound - 1
-    Dim m As Movie = OpenedMovie(Args(i))
-    For Each item As QTMetaDataItemKRZ In Matching(ContainerOf(m), Args(Args.Ubound))
-      found = found + 1
-      If Not CommandLine.Has("output") Then
-        Print ShownValue(item)
-      ElseIf found = 1 Then
-        WriteBytes(CommandLine.Value("output"), item.GetString)
-      End If
-    Next
+  Dim m As Movie = OpenedMovie(Args(0))
+  For Each item As QTMetaDataItemKRZ In Matching(ContainerOf(m), Args(1))
+    found = found + 1
+    If Not CommandLine.Has("output") Then
+      Print ShownValue(item)
+    ElseIf found = 1 Then
+      WriteBytes(CommandLine.Value("output"), item.GetString)
+    End If
   Next
-  If found = 0 Then Fail("no " + Args(Args.Ubound) + " there", 1)
+  If found = 0 Then Fail(Args(0) + " has no " + Args(1), 1)
 Catch e As UsageError
   Fail(e.Message, 2)
 End Try

@@ -14,7 +14,6 @@ Try
       documents.Append document
       Continue
     End If
-    If Args.Count > 1 Then Print path
     Dim store As String = StoreOption("storage")
     For Each item As QTMetaDataItemKRZ In ItemsOf(d)
       If store = "" Or item.GetPropertyCode("sfmt") = store Then PrintItem(item)

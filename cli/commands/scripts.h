@@ -19,6 +19,7 @@ extern const char kEditScaleScript[];
 extern const char kRefsShowScript[];
 extern const char kRefsCheckScript[];
 extern const char kChaptersListScript[];
+extern const char kChaptersListJSONScript[];
 extern const char kChaptersExportScript[];
 extern const char kChaptersImportScript[];
 extern const char kChaptersSetScript[];

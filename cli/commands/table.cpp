@@ -41,7 +41,8 @@ constexpr Command kGeneralCommands[] = {
      .stops_at_argument = false,
      .script = kInfoScript,
      .json_script = kInfoJSONScript,
-     .run = nullptr},
+     .run = nullptr,
+     .movies = Movies::kTogether},
     {.name = "run",
      .synopsis = "SCRIPT [ARG…]",
      .summary = "run a script",
@@ -105,6 +106,15 @@ constexpr Command kGeneralCommands[] = {
      .run = make_demonstration},
 };
 
+constexpr Topic kTopics[] = {
+    {"info|describe FILE…", "what is in a movie; its sample descriptions"},
+    {"save|verify|diff FILE…", "write as a new file; look over; compare"},
+    {"undo|commit FILE", "take the last save back; make it final"},
+    {"run|check SCRIPT…", "run a script; find the mistakes in scripts"},
+    {"repl [MOVIE], classes [NAME]", "try out the script language; look up its classes"},
+    {"demo [DIR]", "make a small demonstration movie and inspect it"},
+};
+
 constexpr Noun kNouns[] = {
     {"track", "list|set|clone|delete", "tracks and their properties"},
     {"edit", "list|cut|keep|insert|…", "cut, keep, repeat, stretch parts of a movie"},
@@ -128,6 +138,8 @@ std::span<const Command> commands() {
   }();
   return all;
 }
+
+std::span<const Topic> topics() { return kTopics; }
 
 std::span<const Noun> nouns() { return kNouns; }
 

@@ -2,6 +2,9 @@
 // handle, as QTTrackKRZ.TrackHandle gives it.
 #include <Toolbox/Toolbox.h>
 
+#include <algorithm>
+#include <cstdio>
+
 #include "library/movie.h"
 #include "library/parts.h"
 #include "object/exceptions.h"
@@ -107,6 +110,28 @@ void add_reference(int32_t from, int32_t to, REALstring type) {
 
 void remove_track(int32_t track) { DisposeMovieTrack(track_of(track)); }
 
+// Rounded to a thousandth of a second.
+REALstring clock_text(int64_t time, int32_t time_scale, int32_t hour_digits) {
+  if (time_scale < 1) {
+    raise_exception("InvalidArgumentException", "a time scale is 1 or more");
+    return nullptr;
+  }
+  const bool is_negative = time < 0;
+  const uint64_t units = is_negative ? 0 - static_cast<uint64_t>(time) : static_cast<uint64_t>(time);
+  const auto scale = static_cast<uint64_t>(time_scale);
+  uint64_t seconds = units / scale;
+  uint64_t thousandths = (units % scale * 1000 + scale / 2) / scale;
+  seconds += thousandths / 1000;
+  thousandths %= 1000;
+  char text[48];
+  const int length =
+      std::snprintf(text, sizeof text, "%s%0*llu:%02u:%02u.%03u", is_negative ? "-" : "",
+                    std::clamp(hour_digits, 1, 9), static_cast<unsigned long long>(seconds / 3600),
+                    static_cast<unsigned>(seconds / 60 % 60), static_cast<unsigned>(seconds % 60),
+                    static_cast<unsigned>(thousandths));
+  return make_string(std::string_view(text, static_cast<size_t>(length)));
+}
+
 const FunctionEntry kFunctions[] = {
     KRZ_FUNCTION(edit_count, "TrackEditCount(trackHandle as integer) as integer"),
     KRZ_FUNCTION(
@@ -122,6 +147,9 @@ const FunctionEntry kFunctions[] = {
                  "integer = 0, height as integer = 0) as integer"),
     KRZ_FUNCTION(add_reference,
                  "AddReference(trackHandle as integer, toTrackHandle as integer, type as string)"),
+    KRZ_FUNCTION(
+        clock_text,
+        "ClockText(time as int64, timeScale as integer, hourDigits as integer = 1) as string"),
     KRZ_FUNCTION(remove_track, "RemoveTrack(trackHandle as integer)"),
     KRZ_FUNCTION(digest, "SampleDigest(trackHandle as integer, count as integer = -1) as string"),
     KRZ_FUNCTION(last_failure, "MovieFailure as string"),

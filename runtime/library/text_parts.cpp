@@ -4,6 +4,7 @@
 
 #include "library/parts.h"
 #include "library/text_support.h"
+#include "object/text_codec.h"
 #include "registry/tables.h"
 
 namespace krz {
@@ -78,6 +79,27 @@ REALstring trim(REALstring string) { return trimmed(string, Ends::kBoth); }
 REALstring trim_left(REALstring string) { return trimmed(string, Ends::kLeft); }
 REALstring trim_right(REALstring string) { return trimmed(string, Ends::kRight); }
 
+constexpr size_t kWidestColumn = 10000;
+
+/// Blanks that a text lacks to fill a column, in its encoding.
+std::string blanks_beside(const Text& text, int32_t width) {
+  const size_t wanted = std::min(at_least_zero(width), kWidestColumn);
+  const size_t present = text.count();
+  std::string blanks;
+  for (size_t i = present; i < wanted; ++i) append_character(blanks, U' ', text.encoding());
+  return blanks;
+}
+
+REALstring pad_left(REALstring string, int32_t width) {
+  const Text text(string);
+  return make_string(blanks_beside(text, width) + std::string(text.bytes()), text.encoding());
+}
+
+REALstring pad_right(REALstring string, int32_t width) {
+  const Text text(string);
+  return make_string(std::string(text.bytes()) + blanks_beside(text, width), text.encoding());
+}
+
 REALstring capitals(REALstring string) {
   const Text text(string);
   return make_string(capital_letters(text.bytes(), text.encoding()), text.encoding());
@@ -102,6 +124,8 @@ const FunctionEntry kFunctions[] = {
     KRZ_FUNCTION(trim, "Trim(text as string) as string"),
     KRZ_FUNCTION(trim_left, "LTrim(text as string) as string"),
     KRZ_FUNCTION(trim_right, "RTrim(text as string) as string"),
+    KRZ_FUNCTION(pad_left, "PadLeft(text as string, width as integer) as string"),
+    KRZ_FUNCTION(pad_right, "PadRight(text as string, width as integer) as string"),
     KRZ_FUNCTION(capitals, "Uppercase(text as string) as string"),
     KRZ_FUNCTION(small, "Lowercase(text as string) as string"),
 };

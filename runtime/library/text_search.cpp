@@ -30,6 +30,10 @@ int32_t find_bytes(int32_t start, REALstring source, REALstring wanted) {
   return found == std::string_view::npos ? 0 : static_cast<int32_t>(found) + 1;
 }
 
+int32_t find_bytes_anywhere(REALstring source, REALstring find) {
+  return find_bytes(1, source, find);
+}
+
 REALstring replaced(REALstring source, REALstring wanted, REALstring replacement, size_t limit) {
   const Text text(source);
   const std::string inside = small_letters(text.bytes(), text.encoding());
@@ -137,6 +141,7 @@ int32_t compare(REALstring a, REALstring b, int32_t mode) {
 const FunctionEntry kFunctions[] = {
     KRZ_FUNCTION(find, "InStr(source as string, find as string) as integer"),
     KRZ_FUNCTION(find_from, "InStr(start as integer, source as string, find as string) as integer"),
+    KRZ_FUNCTION(find_bytes_anywhere, "InStrB(source as string, find as string) as integer"),
     KRZ_FUNCTION(find_bytes,
                  "InStrB(start as integer, source as string, find as string) as integer"),
     KRZ_FUNCTION(replace,

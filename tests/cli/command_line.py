@@ -4,6 +4,7 @@ import json
 import os
 import pathlib
 import re
+import shutil
 import signal
 import struct
 import subprocess
@@ -82,13 +83,38 @@ class CommandLine(unittest.TestCase):
         answer = krz("--help")
         self.assertEqual(answer.returncode, 0)
         self.assertLessEqual(answer.stdout.count("\n"), 24)
+        names = "|".join(line[2:32] for line in answer.stdout.splitlines() if line.startswith("  "))
+        for command in "info describe save verify diff undo commit run check repl classes demo track edit".split():
+            self.assertRegex(names, rf"\b{command}\b")
         for command in ("info", "run", "check", "classes", "demo"):
-            self.assertIn(f"\n  {command} ", answer.stdout)
             help_text = krz("help", command)
             self.assertEqual(help_text.returncode, 0)
             self.assertEqual(help_text.stdout, krz(command, "--help").stdout)
             examples = re.findall(rf"^  krz {command}", help_text.stdout, re.M)
             self.assertGreaterEqual(len(examples), 2)
+
+    def test_several_movies_are_done_one_by_one(self):
+        folder = self.path / "several"
+        folder.mkdir()
+        movies = [folder / name for name in ("a.mov", "broken.mov", "new\nline=x.mov")]
+        for path in (movies[0], movies[2]):
+            shutil.copy(self.movie, path)
+        movies[1].write_bytes(b"no movie")
+        listed = "\0".join(map(str, movies)).encode()
+        for go_on, status, titles in ((["-k"], 6, ["one", "one"]), ([], 3, ["two", "one"])):
+            command = ["meta", "set", *movies, f"title={'one' if go_on else 'two'}", "-i", *go_on]
+            answer = krz(*command)
+            self.assertEqual(answer.returncode, status, answer.stderr)
+            self.assertIn(f"of 3 movies done; failed: {movies[1]} (status 3)", answer.stderr)
+            self.assertEqual([krz("meta", "get", movies[i], "title").stdout.strip() for i in (0, 2)], titles)
+        answer = subprocess.run([KRZ, "track", "set", "--files-from", "-", "all", "--layer", "7", "-i", "-k"], input=listed, capture_output=True)
+        self.assertEqual(answer.returncode, 6, answer.stderr)
+        for i in (0, 2):
+            self.assertEqual({t["layer"] for t in json.loads(krz("info", "--json", movies[i]).stdout)["tracks"]}, {7})
+        listing = krz("track", "list", "--files-from", "-")
+        self.assertEqual(listing.returncode, 2)
+        self.assertIn("no movie is named", listing.stderr)
+        self.assertEqual(krz("meta", "set", movies[0], movies[2], "title=x", "-o", folder / "out.mov").returncode, 2)
 
     def test_version_names_plug_in_and_toolbox(self):
         answer = krz("--version")

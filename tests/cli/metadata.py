@@ -91,7 +91,7 @@ class Metadata(unittest.TestCase):
         self.refused(2, "track is a number", "meta", "set", self.movie, "track=third", "-i")
         self.refused(2, "no key for artwork", "meta", "set", self.movie, f"artwork={text}", "--storage", "udta", "-i")
         self.refused(2, "is no locale", "meta", "set", self.movie, "title=x", "--locale", "klingon", "-i")
-        self.refused(1, "no title there", "meta", "get", self.movie, "title")
+        self.refused(1, "has no title", "meta", "get", self.movie, "title")
         self.refused(3, "no JSON", "meta", "import", self.movie, text, "-i")
         self.refused(3, "no flattened list", "userdata", "import", self.movie, text, "-i")
         self.refused(1, "no ©nam number 2", "userdata", "remove", self.movie, "©nam", "2", "-i")

@@ -12,7 +12,7 @@ using toolbox::Status;
 
 TOOLBOX_CALL OSErr ToolboxGetShortChapters(Movie movie, Handle entries) {
   return guarded([&]() -> Status {
-    TRY_ASSIGN(const toolbox::Movie* found, find_movie(movie));
+    TRY_ASSIGN(toolbox::Movie * found, find_movie(movie));
     TRY_ASSIGN(const Bytes list, toolbox::read_short_chapters(*found));
     const OSErr error = toolbox::handles::assign(entries, list);
     return error == noErr ? Status() : Status(error, "the chapters do not fit their handle");

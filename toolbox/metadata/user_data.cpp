@@ -88,11 +88,15 @@ Bytes UserDataItem::payload() const {
 void UserDataList::enter(UserDataItem item) {
   auto& groups = items_.groups();
   const auto place = groups.insert(groups.end(), std::move(item));
-  for (auto text = place->values.begin(); text != place->values.end(); ++text) {
-    items_.enter(place, text);
-  }
+  enter_texts(place);
   by_type_[place->type].push_back(place);
   next_types_.clear();
+}
+
+void UserDataList::enter_texts(Items::GroupPlace item) {
+  for (auto text = item->values.begin(); text != item->values.end(); ++text) {
+    items_.enter(item, text);
+  }
 }
 
 void UserDataList::read(ByteView payload) {
@@ -177,6 +181,16 @@ Status UserDataList::add(FourCC type, ByteView payload) {
 Result<Bytes> UserDataList::data(FourCC type, int64_t index) {
   TRY_ASSIGN(const auto item, find(type, index));
   return item->payload();
+}
+
+Status UserDataList::replace(FourCC type, int64_t index, ByteView payload) {
+  TRY_ASSIGN(const auto item, find(type, index));
+  UserDataItem replacement = item_of(type, payload);
+  for (const UserDataText& text : item->values) items_.forget(text.id);
+  *item = std::move(replacement);
+  enter_texts(item);
+  changed();
+  return {};
 }
 
 Status UserDataList::remove(FourCC type, int64_t index) {

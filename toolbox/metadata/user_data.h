@@ -77,9 +77,11 @@ class UserDataList {
   const Bytes& tail() const { return tail_; }
   void set_terminator() { tail_.assign(4, 0); }
 
-  // Items as bytes. Fail: userDataItemNotFound; add: paramErr for type 0 and for metadata.
+  // Items as bytes; what replaces an item stands in its place. Fail: userDataItemNotFound; add:
+  // paramErr for type 0 and for metadata.
   Status add(FourCC type, ByteView payload);
   Result<Bytes> data(FourCC type, int64_t index);
+  Status replace(FourCC type, int64_t index, ByteView payload);
   Status remove(FourCC type, int64_t index);
   size_t count(FourCC type);
 
@@ -109,6 +111,7 @@ class UserDataList {
   using Items = GroupedValues<UserDataItem>;
 
   void enter(UserDataItem item);
+  void enter_texts(Items::GroupPlace item);
   Result<Items::GroupPlace> find(FourCC type, int64_t index);
   void erase(Items::GroupPlace item);
   const std::deque<Items::GroupPlace>* of_type(FourCC type);

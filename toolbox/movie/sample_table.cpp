@@ -38,8 +38,15 @@ Result<const ChunkIndex*> SampleTable::chunk_index() const {
 }
 
 Result<int64_t> SampleTable::duration() const {
-  TRY_ASSIGN(const TimeIndex* index, time_index());
-  return index->duration();
+  if (time_index_) return time_index_->duration();
+  // Display offsets do not change it, and theirs may be the longest table of all.
+  const TimeTables decode_times{tables_.times.deltas, {}, tables_.times.sample_count};
+  TimeCursor cursor(decode_times);
+  Stretch stretch;
+  while (cursor.next(stretch)) {
+  }
+  TRY(cursor.take_status());
+  return cursor.decode();
 }
 
 Result<Stretch> SampleTable::stretch_of(uint32_t sample) const {

@@ -16,11 +16,11 @@ inline constexpr size_t kMostShortChapters = 255;
 /// bits big-endian, units of 100 ns), length of the title in bytes (8 bits), title (UTF-8). Empty
 /// when there is no list; a damaged list ends where the damage begins. Fails: ioErr, eofErr,
 /// memFullErr.
-Result<Bytes> read_short_chapters(const Movie& movie);
+Result<Bytes> read_short_chapters(Movie& movie);
 
 /// Takes entries of that form in place of the movie's list; none removes it. All else of the user
 /// data stays. Fails: paramErr for more than 255 or a damaged entry, memFullErr for user data of
-/// more than 16 MiB, ioErr, eofErr; nothing is changed then.
+/// more than 64 MiB, ioErr, eofErr; nothing is changed then.
 Status set_short_chapters(Movie& movie, ByteView entries);
 
 }  // namespace toolbox

@@ -42,22 +42,22 @@ class Finder {
     TRY_ASSIGN(const SampleTable* table, media.samples());
     TRY_ASSIGN(Bytes rows, marked_as_left(table->tables().chunk_offsets));
     bool has_others = false;
-    TRY(for_each_chunk(
-        media,
-        [&](const SampleTable& tables, const SampleChunk& chunk, uint16_t reference) -> Status {
-          uint8_t* const row = rows.data() + uint64_t{chunk.chunk} * 8;
-          if (reference == 0 || PendingData::is_pending(chunk.offset)) {
-            store_big_endian(
-                row, chunk.offset < OffsetMap::kTakenBase ? chunk.offset : OffsetMap::kLost);
-            return {};
-          }
-          has_others = true;
-          if (mode_ == OtherFiles::kLeft) return {};
-          TRY_ASSIGN(const uint64_t bytes, chunk_bytes(media, tables, chunk));
-          TRY(take(media, reference, chunk, bytes, row));
-          references[reference - 1u] = self_reference(media.track().movie());
-          return {};
-        }));
+    const auto place_chunk = [&](const SampleTable& tables, const SampleChunk& chunk,
+                                 uint16_t reference) -> Status {
+      uint8_t* const row = rows.data() + uint64_t{chunk.chunk} * 8;
+      if (reference == 0 || PendingData::is_pending(chunk.offset)) {
+        store_big_endian(row,
+                         chunk.offset < OffsetMap::kTakenBase ? chunk.offset : OffsetMap::kLost);
+        return {};
+      }
+      has_others = true;
+      if (mode_ == OtherFiles::kLeft) return {};
+      TRY_ASSIGN(const uint64_t bytes, chunk_bytes(media, tables, chunk));
+      TRY(take(media, reference, chunk, bytes, row));
+      references[reference - 1u] = self_reference(media.track().movie());
+      return {};
+    };
+    TRY(for_each_chunk(media, place_chunk));
     return has_others ? std::move(rows) : Bytes();
   }
 

@@ -41,7 +41,7 @@ Class MovieChange
   ' Saves, or shows what saving would do. Ends the command when that fails.
   Sub Finish()
     If Not Target.IsModified And Not CommandLine.Has("output") Then
-      Say("nothing to change")
+      Say(path + ": nothing to change")
       Return
     End If
     If CommandLine.Has("dry-run") Then

@@ -88,13 +88,15 @@ Function AddChapters(m As Movie, items() As Chapter, finish As Integer, owner As
   Return t
 End Function
 
+' A title for forms that have a line for it.
+Function OneLine(title As String) As String
+  If InStrB(title, Chr(10)) = 0 And InStrB(title, Chr(13)) = 0 Then Return Trim(title)
+  Return Trim(ReplaceAll(ReplaceAll(ReplaceAll(title, Chr(13) + Chr(10), " "), Chr(13), " "), Chr(10), " "))
+End Function
+
 ' "01:02:03.500"
 Function ChapterClock(time As Int64, m As Movie) As String
-  Dim thousandths As Int64 = (time * 1000 + m.TimeScale \ 2) \ m.TimeScale
-  Dim seconds As Int64 = thousandths \ 1000
-  Dim hours As String = Str(seconds \ 3600)
-  If Len(hours) < 2 Then hours = "0" + hours
-  Return hours + ":" + TwoDigits(seconds \ 60 Mod 60) + ":" + TwoDigits(seconds Mod 60) + "." + Right("00" + Str(thousandths Mod 1000), 3)
+  Return ClockText(time, m.TimeScale, 2)
 End Function
 
 ' Whether the short list says what another list says, to a thousandth of a second.

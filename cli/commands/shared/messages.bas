@@ -28,17 +28,3 @@ Function Counted(count As Int64, noun As String) As String
   If count = 1 Then Return "1 " + noun
   Return Str(count) + " " + noun + "s"
 End Function
-
-Function PadLeft(text As String, width As Integer) As String
-  While Len(text) < width
-    text = " " + text
-  Wend
-  Return text
-End Function
-
-Function PadRight(text As String, width As Integer) As String
-  While Len(text) < width
-    text = text + " "
-  Wend
-  Return text
-End Function

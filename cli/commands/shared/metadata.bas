@@ -241,27 +241,24 @@ Sub AddValue(keys() As MetaKey, d As QTMetaDataKRZ, store As String, text As Str
   SetLocale(key.Add(d, value, type))
 End Sub
 
-' Sets or adds what the assignments say, in every file.
+' Sets or adds what the assignments say.
 Sub Assign(onlyAdd As Boolean)
-  Dim files() As String, words() As String
+  Dim words() As String
+  Dim path As String
   For Each word As String In Args
-    If IsAssignment(word) Then words.Append word Else files.Append word
+    If IsAssignment(word) Then words.Append word Else path = word
   Next
   If words.Count = 0 Then Raise New UsageError("nothing to set: write KEY=VALUE, such as title=""My film""")
-  If files.Count = 0 Then Raise New UsageError("which movie?")
-  If files.Count > 1 And CommandLine.Has("output") Then Raise New UsageError("-o takes one movie; -i changes many")
-  For Each path As String In files
-    Dim change As New MovieChange(path)
-    Dim d As QTMetaDataKRZ = ContainerOf(change.Target)
-    For Each word As String In words
-      Dim equals As Integer = InStr(word, "=")
-      Dim keys() As MetaKey = KeysFor(Left(word, equals - 1))
-      Dim text As String = Mid(word, equals + 1)
-      If onlyAdd Or Not ChangeValues(keys, d, text) Then AddValue(keys, d, NaturalStore(path), text)
-    Next
-    change.Finish
+  If path = "" Then Raise New UsageError("which movie?")
+  Dim change As New MovieChange(path)
+  Dim d As QTMetaDataKRZ = ContainerOf(change.Target)
+  For Each word As String In words
+    Dim equals As Integer = InStr(word, "=")
+    Dim keys() As MetaKey = KeysFor(Left(word, equals - 1))
+    Dim text As String = Mid(word, equals + 1)
+    If onlyAdd Or Not ChangeValues(keys, d, text) Then AddValue(keys, d, NaturalStore(path), text)
   Next
-  If files.Count > 1 Then Say(Counted(files.Count, "movie") + " done")
+  change.Finish
 End Sub
 
 ' Sets the first item of each store that has the key, and takes further ones out. False when there is none.

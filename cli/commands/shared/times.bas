@@ -26,7 +26,7 @@ Function ParseTime(text As String, m As Movie) As Integer
 End Function
 
 Function IsNumber(text As String) As Boolean
-  Dim digits As New RegEx("^\d+(\.\d*)?$|^\.\d+$")
+  Static digits As RegEx = New RegEx("^\d+(\.\d*)?$|^\.\d+$")
   Return Not (digits.Search(text) Is Nil)
 End Function
 
@@ -67,12 +67,5 @@ End Sub
 
 ' "0:01:02.500"
 Function ClockOf(time As Int64, m As Movie) As String
-  Dim thousandths As Int64 = (time * 1000 + m.TimeScale \ 2) \ m.TimeScale
-  Dim seconds As Int64 = thousandths \ 1000
-  Return Str(seconds \ 3600) + ":" + TwoDigits(seconds \ 60 Mod 60) + ":" + TwoDigits(seconds Mod 60) + "." + _
-    Right("00" + Str(thousandths Mod 1000), 3)
-End Function
-
-Function TwoDigits(value As Int64) As String
-  Return Right("0" + Str(value), 2)
+  Return ClockText(time, m.TimeScale)
 End Function

@@ -44,3 +44,18 @@ Print m.IsModified                                             ' expect: False
 SetShortChapters(m, none, nothing)
 m.Save
 Print ShortChapterTitles(OpenMovie(path)).Count                ' expect: 0
+
+' The list and the rest of the user data, changed before one save, are both there behind it.
+ReDim times(-1)
+ReDim titles(-1)
+times.Append 0
+titles.Append "One"
+times.Append 20000000
+titles.Append "Two"
+Dim u As QTUserDataKRZ = m.UserDataKRZ
+u.AddText("©cmt", 1, 21956, "both")
+SetShortChapters(m, times, titles)
+u.AddData("XYZ!", "raw")
+m.Save
+Dim both As Movie = OpenMovie(path)
+Print ShortChapterTitles(both).Count, both.UserDataKRZ.GetText("©cmt", 1, 21956), both.UserDataKRZ.GetData("XYZ!", 1)   ' expect: 2 both raw
