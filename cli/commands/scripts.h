@@ -50,5 +50,8 @@ extern const char kUserdataImportScript[];
 extern const char kSamplesListScript[];
 extern const char kSamplesExtractScript[];
 extern const char kDescribeScript[];
+extern const char kClipGetScript[];
+extern const char kClipSetScript[];
+extern const char kClipClearScript[];
 
 }  // namespace cli
