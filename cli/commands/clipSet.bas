@@ -6,6 +6,8 @@ Try
   mask = Picture.Open(Args(2))
 Catch e As IOException
   Fail(OfFile(Args(2), e.Message), 3)
+Catch e As UnsupportedFormatException
+  Fail(OfFile(Args(2), e.Message), 3)
 End Try
 Try
   Dim change As New MovieChange(Args(0))
