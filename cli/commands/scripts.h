@@ -5,6 +5,7 @@ namespace cli {
 
 extern const char kInfoScript[];
 extern const char kInfoJSONScript[];
+extern const char kMapScript[];
 extern const char kReplScript[];
 extern const char kTrackListScript[];
 extern const char kTrackSetScript[];

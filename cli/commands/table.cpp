@@ -30,6 +30,11 @@ constexpr Option kClassesOptions[] = {
     {"json", 0, nullptr, "an array with every member's declaration"},
 };
 
+constexpr Option kMapOptions[] = {
+    {"output", 'o', "OUT", "an .svg or .png file; - for SVG on standard output"},
+    {"force", 'f', nullptr, "let OUT replace a file that is there"},
+};
+
 constexpr Command kGeneralCommands[] = {
     {.name = "info",
      .synopsis = "FILE… [--json]",
@@ -44,6 +49,18 @@ constexpr Command kGeneralCommands[] = {
      .json_script = kInfoJSONScript,
      .run = nullptr,
      .movies = Movies::kTogether},
+    {.name = "map",
+     .synopsis = "FILE -o OUT",
+     .summary = "draw a picture of a movie: tracks, edits, chapters",
+     .examples = "  krz map clip.mov -o clip.svg    text stays text, details under the pointer\n"
+                 "  krz map clip.mov -o clip.png    the same in pixels\n",
+     .options = kMapOptions,
+     .least_arguments = 1,
+     .most_arguments = 1,
+     .stops_at_argument = false,
+     .script = kMapScript,
+     .json_script = nullptr,
+     .run = nullptr},
     {.name = "run",
      .synopsis = "SCRIPT [ARG…]",
      .summary = "run a script",
@@ -108,7 +125,7 @@ constexpr Command kGeneralCommands[] = {
 };
 
 constexpr Topic kTopics[] = {
-    {"info|describe FILE…", "what is in a movie; its sample descriptions"},
+    {"info|map|describe FILE…", "what is in a movie; a picture of it; its descriptions"},
     {"save|verify|diff FILE…", "write as a new file; look over; compare"},
     {"undo|commit FILE", "take the last save back; make it final"},
     {"run|check SCRIPT…", "run a script; find the mistakes in scripts"},
