@@ -19,6 +19,9 @@ struct Timing {
   int exit_status = 0;  // of the last run
 };
 
+/// The same command with the flushes of the disk left out.
+Command without_flushes(const Command& command);
+
 /// Runs the commands in turn, A B C A B C …, `rounds` times after two rounds that do not count, so
 /// that a machine whose speed drifts treats all alike. Their output is thrown away. One Timing per
 /// command.
