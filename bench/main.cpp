@@ -10,6 +10,7 @@
 #include <string>
 
 #include "chapter_speed.h"
+#include "drawing_speed.h"
 #include "language_speed.h"
 #include "metadata_speed.h"
 #include "movies.h"
@@ -118,6 +119,11 @@ int main(int argc, char** argv) {
   print_timing({"the same by a bare C loop", {}}, samples.plain);
   print_timing({"ffprobe -show_packets -of csv", {}}, samples.ffprobe);
   std::printf("\n");
+  const bench::DrawingSpeed drawing = bench::measure_drawing(folder, bin);
+  std::printf("  %-44s %9.2f ms   back %9.2f ms\n", "a mask of 4096 x 4096 becomes a region",
+              drawing.set_mask_ms, drawing.get_mask_ms);
+  std::printf("  %-44s %9.2f ms   memcpy %9.2f ms\n\n", "a world of 4096 x 4096 becomes a picture",
+              drawing.build_picture_ms, drawing.copy_ms);
   fs::remove_all(folder);
 
   const double do_nothing = fast[0].median_ms;
@@ -187,6 +193,10 @@ int main(int argc, char** argv) {
        "<= 12", samples.access_ns.back() <= 12 * samples.access_ns.front()},
       {"ffprobe / krz samples list, two hours", samples.ffprobe.median_ms / samples.list.median_ms,
        ">= 15", samples.ffprobe.median_ms >= 15 * samples.list.median_ms},
+      {"a mask becomes a region and back, ms", drawing.set_mask_ms + drawing.get_mask_ms, "< 1000",
+       drawing.set_mask_ms + drawing.get_mask_ms < 1000},
+      {"a world becomes a picture / memcpy", drawing.build_picture_ms / drawing.copy_ms, "<= 3",
+       drawing.build_picture_ms <= 3 * drawing.copy_ms},
       {"krz samples list / a bare C loop", samples.list.median_ms / samples.plain.median_ms, "<= 4",
        samples.list.median_ms <= 4 * samples.plain.median_ms},
       {"SIGINT to the end, ms", interrupted, "<= 100", interrupted >= 0 && interrupted <= 100},

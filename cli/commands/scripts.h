@@ -63,5 +63,8 @@ extern const char kTimecodeListScript[];
 extern const char kTimecodeAddScript[];
 extern const char kTimecodeRemoveScript[];
 extern const char kTimecodeConvertScript[];
+extern const char kClipGetScript[];
+extern const char kClipSetScript[];
+extern const char kClipClearScript[];
 
 }  // namespace cli

@@ -4,6 +4,7 @@
 #include "command.h"
 #include "commands/actions.h"
 #include "commands/chapter_commands.h"
+#include "commands/clip_commands.h"
 #include "commands/edit_commands.h"
 #include "commands/meta_commands.h"
 #include "commands/sample_commands.h"
@@ -142,6 +143,7 @@ constexpr Noun kNouns[] = {
     {"meta", "list|get|set|add|…", "titles, artists, pictures, locations, …"},
     {"userdata", "list|get|add|…", "the classic lists of movies and tracks"},
     {"samples", "list|extract", "list samples, copy their bytes"},
+    {"clip", "get|set|clear", "what tracks are cut to, as PNG"},
     {"refs", "show|check|prune", "which track refers to which"},
     {"sound", "show|set|levels", "volume, balance, channels; levels over time"},
     {"aperture", "show|set|generate|…", "the sizes of pictures in the aperture modes"},
@@ -154,7 +156,7 @@ std::span<const Command> commands() {
     std::vector<Command> list(std::begin(kGeneralCommands), std::end(kGeneralCommands));
     for (const std::span<const Command> more :
          {edit_commands(), chapter_commands(), timecode_commands(), meta_commands(),
-          sample_commands(), sound_commands()}) {
+          sample_commands(), clip_commands(), sound_commands()}) {
       list.insert(list.end(), more.begin(), more.end());
     }
     return list;

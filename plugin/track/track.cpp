@@ -7,6 +7,7 @@
 #include "host/registration.h"
 #include "metadata/metadata.h"
 #include "metadata/user_data.h"
+#include "picture/clip_mask.h"
 #include "text/text_track.h"
 #include "timecode/timecode.h"
 
@@ -93,6 +94,7 @@ MethodEntry track_methods[] = {
     METHOD(rbSetTrackMatrix, "SetTrackMatrix(x as integer, y as integer, w as integer, h as integer)"),
     METHOD(rbSetTrackRawMatrix, "SetTrackRawMatrix(matrix00 as integer, matrix01 as integer, matrix02 as integer, matrix10 as integer, matrix11 as integer, matrix12 as integer, matrix20 as integer, matrix21 as integer, matrix22 as integer)"),
     METHOD(rbGetTrackRawMatrix, "GetTrackRawMatrix(byref matrix00 as integer, byref matrix01 as integer, byref matrix02 as integer, byref matrix10 as integer, byref matrix11 as integer, byref matrix12 as integer, byref matrix20 as integer, byref matrix21 as integer, byref matrix22 as integer)"),
+    ASSIGNABLE(rbGetTrackClipRgn, rbSetTrackClipRgn, "TrackClipMask as picture"),
     METHOD(rbTCGetTimeCodeAtTime, "TimeCodeAtTime(MediaTime as integer) as QTTimeCodeKRZ"),
     METHOD(rbTCGetCurrentTimeCode, "CurrentTimeCode as QTTimeCodeKRZ"),
     METHOD(rbTCFrameNumberToTimeCode, "FrameNumberToTimeCode(timecode as QTTimeCodeKRZ)"),

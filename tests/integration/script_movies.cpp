@@ -183,6 +183,17 @@ BuiltMovie huge_samples() {
   return movie;
 }
 
+BuiltMovie clipped() {
+  BuiltMovie movie;
+  movie.tracks = {toolbox::video_track(32, 48, 2, 60)};
+  const Bytes region = {0,    36,   0, 0,  0,    0,    0, 40, 0,    30,   0,    0,
+                        0,    0,    0, 10, 0x7F, 0xFF, 0, 20, 0,    10,   0,    30,
+                        0x7F, 0xFF, 0, 40, 0,    0,    0, 30, 0x7F, 0xFF, 0x7F, 0xFF};
+  movie.tracks[0].more_in_track =
+      toolbox::atom_bytes(four_cc("clip"), toolbox::atom_bytes(four_cc("crgn"), region));
+  return movie;
+}
+
 /// Lets the first table of durations in a file claim far more rows than it has.
 void claim_too_many_durations(const std::string& path) {
   std::fstream file(path, std::ios::in | std::ios::out | std::ios::binary);
@@ -218,6 +229,7 @@ constexpr NamedMovie kMovies[] = {
     {"broken-sound", broken_sound_movie},
     {"anamorphic", anamorphic_movie},
     {"bad-apertures", bad_aperture_movie},
+    {"clipped", clipped},
 };
 
 }  // namespace

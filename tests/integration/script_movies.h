@@ -28,6 +28,9 @@ namespace krz::test {
 ///   huge-samples  video of samples without bytes; of a gibibyte each, which the file does not
 ///   have;
 ///                 whose second sample has a description that is missing
+///   clipped       video of 32 by 48 pixels, cut to columns 0 to 9 of rows 0 to 39 and columns 10
+///   to
+///                 29 of rows 20 to 39
 /// Writes one of them. Fails: paramErr for another name, and as toolbox::write_movie().
 toolbox::Status write_script_movie(std::string_view name, const std::string& path);
 

@@ -35,7 +35,8 @@ TEST_P(ModuleScript, DoesWhatItsCommentsSay) {
 /// Paths from the folder of scripts: "track/headers.bas".
 std::vector<std::string> module_scripts() {
   std::vector<std::string> result;
-  for (const char* folder : {"media", "metadata", "movie", "text", "timecode", "track"}) {
+  for (const char* folder :
+       {"media", "metadata", "movie", "picture", "text", "timecode", "track"}) {
     for (const std::string& path : scripts_below(kScripts / folder)) {
       result.push_back(std::filesystem::relative(path, kScripts).string());
     }

@@ -1,15 +1,12 @@
 #include "bitmaps/bitmap_context.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
 #include <vector>
 
 #include "bitmaps/scaled_rows.h"
 
 namespace toolbox {
-
-void FreeMemory::operator()(void* block) const { std::free(block); }
 
 Result<std::unique_ptr<BitmapContext>> BitmapContext::make(uint8_t* pixels, size_t width,
                                                            size_t height, size_t bytes_per_row,
@@ -22,7 +19,7 @@ Result<std::unique_ptr<BitmapContext>> BitmapContext::make(uint8_t* pixels, size
     return Status(paramErr, "the rows of the bitmap are too short or too long");
   PixelMemory own;
   if (pixels == nullptr) {
-    own.reset(static_cast<uint8_t*>(std::calloc(height, bytes_per_row)));
+    own = allocate_pixels(height * bytes_per_row);
     if (!own) return Status(memFullErr, "there is no memory for the bitmap");
     pixels = own.get();
   }
@@ -34,7 +31,7 @@ Result<std::unique_ptr<BitmapContext>> BitmapContext::make(uint8_t* pixels, size
 Result<std::unique_ptr<BitmapImage>> BitmapContext::snapshot() const {
   Bitmap copy = bitmap_;
   copy.bytes_per_row = size_t{copy.width} * copy.format.bytes_per_pixel();
-  PixelMemory memory(static_cast<uint8_t*>(std::malloc(copy.height * copy.bytes_per_row)));
+  PixelMemory memory = allocate_pixels(copy.height * copy.bytes_per_row);
   if (!memory) return Status(memFullErr, "there is no memory for the image");
   copy.pixels = memory.get();
   for (uint32_t i = 0; i < copy.height; ++i)

@@ -7,6 +7,7 @@
 
 #include "base/status.h"
 #include "bitmaps/pixel_format.h"
+#include "memory/pixel_memory.h"
 #include "memory/tokens.h"
 
 namespace toolbox {
@@ -24,11 +25,6 @@ struct Bitmap {
 
   uint8_t* row(uint32_t index) const { return pixels + index * bytes_per_row; }
 };
-
-struct FreeMemory {
-  void operator()(void* block) const;
-};
-using PixelMemory = std::unique_ptr<uint8_t, FreeMemory>;
 
 /// A rectangle of whole pixels whose y runs downward from the top row; it may lie outside.
 struct PixelRect {

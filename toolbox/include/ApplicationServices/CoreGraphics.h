@@ -6,6 +6,7 @@
 #ifndef KRZ_APPLICATIONSERVICES_COREGRAPHICS_H
 #define KRZ_APPLICATIONSERVICES_COREGRAPHICS_H
 
+#include <ApplicationServices/QuickDraw.h>
 #include <Carbon/Carbon.h>
 
 #ifdef __cplusplus
@@ -75,6 +76,12 @@ void CGImageRelease(CGImageRef image);
 /* Draws an image over what is there, scaled to the rectangle, whose edges are rounded to whole
    pixels: smaller by averaging, larger by interpolation. What lies outside is not drawn. */
 void CGContextDrawImage(CGContextRef context, CGRect rect, CGImageRef image);
+
+/* Lend the pixels of a port of depth 16, 24 or 32 to a context, and take them back, which ends the
+   context and sets it nil. A port is lent once at a time; it may not be updated or disposed meanwhile.
+   Fail: paramErr for other ports and other contexts, memFullErr; a begun context is then nil. */
+OSStatus QDBeginCGContext(CGrafPtr port, CGContextRef* context);
+OSStatus QDEndCGContext(CGrafPtr port, CGContextRef* context);
 
 /* Nothing: drawing is there at once. */
 void CGContextFlush(CGContextRef context);

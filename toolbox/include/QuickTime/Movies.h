@@ -10,6 +10,7 @@
 #ifndef KRZ_QUICKTIME_MOVIES_H
 #define KRZ_QUICKTIME_MOVIES_H
 
+#include <ApplicationServices/QuickDraw.h>
 #include <Carbon/MacTypes.h>
 
 #ifdef __cplusplus
@@ -132,6 +133,12 @@ UInt32 GetTrackModificationTime(Track track);
 /* Fills all nine entries; a bad track leaves the record. */
 void GetTrackMatrix(Track track, MatrixRecord* matrix);
 
+/* The region that a track is cut to, in its own pixels before the matrix; nil with noErr when it is
+   not cut. Of a region that is damaged in the file its rectangle.
+   Owns:  the caller disposes the region, a copy.
+   Fails: nil with invalidTrack, badPublicMovieAtom, ioErr, eofErr, memFullErr. */
+RgnHandle GetTrackClipRgn(Track track);
+
 /* Changes of a track. All live in the movie in memory, are kept by the next save, and set the track's
    modification time. A bad track sets invalidTrack. */
 
@@ -143,6 +150,10 @@ void SetTrackLayer(Track track, SInt16 layer);
 
 /* nil is the identity. */
 void SetTrackMatrix(Track track, const MatrixRecord* matrix);
+
+/* Cuts a track to a region, which is copied, or with nil no longer. A track that is already cut to it
+   is not changed. Fails: paramErr for a handle that holds no region. */
+void SetTrackClipRgn(Track track, RgnHandle clip);
 
 /* Movie time scale: the length of the empty time in front. Fails: invalidTime for a negative one. */
 void SetTrackOffset(Track track, TimeValue offset);
