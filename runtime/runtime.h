@@ -24,6 +24,9 @@ struct RuntimeOptions {
   /// What "REALinRuntime" answers.
   bool in_runtime = true;
 
+  /// How this host keeps the pixels of pictures and shows them to modules.
+  REALpictureDescriptionType picture_kind = kPictureBitmapContext;
+
   /// Where scripts print; standard output and standard error when empty.
   std::function<void(std::string_view)> standard_output;
   std::function<void(std::string_view)> standard_error;

@@ -121,6 +121,31 @@ OSErr ToolboxGetTrackReferenceID(Track track, SInt32 index, OSType* type, SInt32
    Fails: invalidTrack. */
 OSErr ToolboxPruneTrackReferences(Track track, SInt32* removed);
 
+/* The size of a track in an aperture mode (kQTApertureMode_... but the classic one), 16.16, as the file
+   has it. Setting one sets all three where the track had none, the others to its own size.
+   Fail: invalidTrack; paramErr for another mode and a size below 0; asking also
+   kQTPropertyNotSupportedErr when the track has no such sizes, and badPublicMovieAtom when they are
+   damaged. */
+OSErr ToolboxGetTrackAperture(Track track, OSType mode, Fixed* width, Fixed* height);
+OSErr ToolboxSetTrackAperture(Track track, OSType mode, Fixed width, Fixed height);
+
+/* Takes the levels of the sound that a track plays in an interval: of each channel the peak and the
+   root of the mean square, 1 for full scale. As ToolboxSampleProc. `start`: movie time scale. */
+typedef OSErr (*ToolboxSoundLevelProc)(int64_t start, uint32_t channels, const float* peaks,
+                                       const float* means, void* context);
+
+/* Measures the sound of a track between two movie times, an interval of `every` after the other, and
+   hands each to `proc`; the last one may be shorter. Sound is read and decoded in small pieces.
+   Empty time is silent, and so are formats that are not decoded: see MediaGetSoundLevelMeterInfo;
+   `channels` is then that of the first description, and ToolboxCanMeasureSound tells it apart.
+   Fails: invalidTrack, invalidMedia (no sound), paramErr for an interval below 1, and as
+   MediaGetSoundLevelMeterInfo; as `proc` answers. */
+OSErr ToolboxMeasureTrackSound(Track track, TimeValue from, TimeValue until, TimeValue every,
+                               ToolboxSoundLevelProc proc, void* context);
+
+/* Whether all sample descriptions of a track are of sound that can be decoded. */
+Boolean ToolboxCanMeasureSound(Track track);
+
 /* The short list of chapters in a movie's user data: entries one behind the other, each a start
    (signed 64 bits big-endian, units of 100 ns), the length of the title in bytes (8 bits) and the
    title (UTF-8). `entries` is resized to them, to nothing without a list. Setting no entries removes
@@ -129,6 +154,22 @@ OSErr ToolboxPruneTrackReferences(Track track, SInt32* removed);
    one that is not whole. */
 OSErr ToolboxGetShortChapters(Movie movie, Handle entries);
 OSErr ToolboxSetShortChapters(Movie movie, const void* entries, uint32_t size);
+
+/* Reads a time code as people write it, strictly: "01:00:00:02" or "01:00:00;02", "-" in front of it
+   where the definition allows, or the number of a counter.
+   Fails: paramErr for what is none, for parts that are too large, and for labels that drop-frame
+   counting leaves out; ToolboxErrorDetail() says which. */
+OSErr ToolboxParseTimeCode(const char* text, const TimeCodeDef* definition, TimeCodeRecord* record);
+
+/* What of a definition no reader can count on, a line for each fault in UTF-8; empty when it is sound.
+   `faults` is resized to them. Fails: paramErr, memFullErr. */
+OSErr ToolboxCheckTimeCodeDefinition(const TimeCodeDef* definition, Handle faults);
+
+/* When a timecode track first shows a time code, in the movie's time scale: `text` is read as above by
+   the definition of each of its samples.
+   Fails: invalidTrack, invalidMedia (no timecode), timeNotInTrack (never shown), paramErr,
+   featureUnsupported (more than a million samples), and as TCGetTimeCodeAtTime. */
+OSErr ToolboxFindTimeCode(Track track, const char* text, TimeValue* time);
 
 /* Looks a movie over: whether its tables agree, its references lead somewhere, its samples lie inside
    the file. `*problems` is a new handle with a line for each problem, at most a hundred, in UTF-8;
