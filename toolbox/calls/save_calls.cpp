@@ -5,6 +5,7 @@
 #include "calls/references.h"
 #include "movie/keep_shown.h"
 #include "saving/saving.h"
+#include "saving/saving_watcher.h"
 #include "saving/undo.h"
 
 using namespace toolbox::calls;
@@ -62,6 +63,10 @@ TOOLBOX_CALL OSErr ToolboxSaveShownMovieAs(Movie movie, const char* path, Boolea
     return toolbox::save_movie_as(
         *found, path, {.overwrite = overwrite != 0, .media_data = toolbox::MediaDataKept::kUsed});
   });
+}
+
+TOOLBOX_CALL void ToolboxWatchSaving(ToolboxSavingProc proc, void* context) {
+  toolbox::SavingWatcher::current() = {proc, context};
 }
 
 TOOLBOX_CALL Boolean ToolboxMovieIsModified(Movie movie) {
