@@ -3,10 +3,9 @@
 #include <Toolbox/Toolbox.h>
 
 #include <algorithm>
-#include <optional>
 
 #include "library/parts.h"
-#include "library/progress.h"
+#include "library/watched_work.h"
 #include "object/exceptions.h"
 #include "object/object.h"
 #include "object/string.h"
@@ -124,29 +123,9 @@ void save(REALobject movie) {
   if (status != noErr) raise_failure(status, "the movie is closed");
 }
 
-/// A line on the terminal while a save goes on.
-class SavingProgress {
- public:
-  SavingProgress() { ToolboxWatchSaving(&show, this); }
-  ~SavingProgress() { ToolboxWatchSaving(nullptr, nullptr); }
-  SavingProgress(const SavingProgress&) = delete;
-  SavingProgress& operator=(const SavingProgress&) = delete;
-
- private:
-  static constexpr uint64_t kMebibyte = 1024 * 1024;
-
-  static void show(uint64_t written, uint64_t total, void* context) {
-    auto& shown = static_cast<SavingProgress*>(context)->shown_;
-    if (!shown) shown.emplace("writing MiB", 0, static_cast<int64_t>(total / kMebibyte));
-    shown->show(static_cast<int64_t>(written / kMebibyte));
-  }
-
-  std::optional<Progress> shown_;
-};
-
 void save_as(REALobject movie, REALstring path, bool overwrite, bool shown_only) {
   const std::string file = string_utf8(path);
-  const SavingProgress progress;
+  const WatchedWork progress("writing MiB", 1024 * 1024);
   const auto save_movie = shown_only ? ToolboxSaveShownMovieAs : ToolboxSaveMovieAs;
   const OSErr status = save_movie(data_of(movie).movie, file.c_str(), overwrite);
   if (status != noErr) {

@@ -7,9 +7,9 @@
 #include <random>
 
 #include "atoms/atom_dump.h"
+#include "base/work_watcher.h"
 #include "saving/compose.h"
 #include "saving/free_space.h"
-#include "saving/saving_watcher.h"
 #include "saving/undo.h"
 #include "saving/undo_marker.h"
 #include "saving_test.h"
@@ -316,14 +316,14 @@ TEST(Saving, WhoWatchesHearsHowFarALongSaveIs) {
     std::vector<uint64_t> written;
     uint64_t total = 0;
   } heard;
-  SavingWatcher::current() = {[](uint64_t written, uint64_t total, void* context) {
-                                static_cast<Heard*>(context)->written.push_back(written);
-                                static_cast<Heard*>(context)->total = total;
-                              },
-                              &heard};
+  WorkWatcher::current() = {[](uint64_t written, uint64_t total, void* context) {
+                              static_cast<Heard*>(context)->written.push_back(written);
+                              static_cast<Heard*>(context)->total = total;
+                            },
+                            &heard};
   const auto movie = open(path, FileAccess::kReading);
   const Status status = save_movie_as(*movie, folder.path("b.mov"));
-  SavingWatcher::current() = {};
+  WorkWatcher::current() = {};
   ASSERT_TRUE(status.ok()) << status.message();
   EXPECT_EQ(heard.total, std::filesystem::file_size(folder.path("b.mov")));
   EXPECT_GE(heard.written.size(), 3u);

@@ -1,11 +1,11 @@
 // The calls of Toolbox/Toolbox.h that save movies, say how, and take saves back.
 #include <Toolbox/Toolbox.h>
 
+#include "base/work_watcher.h"
 #include "calls/guard.h"
 #include "calls/references.h"
 #include "movie/keep_shown.h"
 #include "saving/saving.h"
-#include "saving/saving_watcher.h"
 #include "saving/undo.h"
 
 using namespace toolbox::calls;
@@ -65,8 +65,8 @@ TOOLBOX_CALL OSErr ToolboxSaveShownMovieAs(Movie movie, const char* path, Boolea
   });
 }
 
-TOOLBOX_CALL void ToolboxWatchSaving(ToolboxSavingProc proc, void* context) {
-  toolbox::SavingWatcher::current() = {proc, context};
+TOOLBOX_CALL void ToolboxWatchWork(ToolboxWorkProc proc, void* context) {
+  toolbox::WorkWatcher::current() = {proc, context};
 }
 
 TOOLBOX_CALL Boolean ToolboxMovieIsModified(Movie movie) {

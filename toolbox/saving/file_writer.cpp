@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "saving/saving_watcher.h"
+#include "base/work_watcher.h"
 
 namespace toolbox {
 
@@ -83,13 +83,7 @@ Status FileWriter::copy_through_memory(const ByteRange& range) {
 }
 
 void FileWriter::tell_watcher() const {
-  const SavingWatcher& watcher = SavingWatcher::current();
-  if (watcher.tell && total_ > 0) watcher.tell(position(), total_, watcher.context);
-}
-
-SavingWatcher& SavingWatcher::current() {
-  static SavingWatcher watcher;
-  return watcher;
+  if (total_ > 0) toolbox::tell_watcher(position(), total_);
 }
 
 Status FileWriter::write(const AtomPieces& pieces, const OpenedMovie& movie) {

@@ -20,7 +20,7 @@ class FileWriter {
   /// Shows `passing` what is copied from now on; null: nobody.
   void show(PassingChecksum* passing) { passing_ = passing; }
 
-  /// Tells SavingWatcher of what is copied from now on, as part of `total` bytes.
+  /// Tells WorkWatcher of what is copied from now on, as part of `total` bytes.
   void tell(uint64_t total) { total_ = total; }
 
   /// Where the next byte will stand.
