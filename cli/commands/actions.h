@@ -16,8 +16,8 @@ int run_session(const Invocation& invocation);
 int list_classes(const Invocation& invocation);
 int make_demonstration(const Invocation& invocation);
 
-/// Prints docs/classes.md. Fails, and says on standard error what is missing, unless each member has
-/// its sentence and each sentence a member.
+/// Prints docs/classes.md. Fails, and says on standard error what is missing, unless each member
+/// has its sentence and each sentence a member.
 int print_class_reference();
 
 /// What builds and packages call: krz.1, or the page of a noun; the completions of a shell; all of

@@ -44,6 +44,7 @@ bool load_module(krz::Runtime& runtime) {
 
 void report_no_class(std::string_view name, const std::vector<const krz::ClassInfo*>& classes) {
   std::vector<std::string_view> names;
+  names.reserve(classes.size());
   for (const krz::ClassInfo* one : classes) names.emplace_back(one->name());
   const std::string_view nearest = krz::nearest_name(name, names);
   report("there is no class " + std::string(name) +

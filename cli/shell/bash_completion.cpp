@@ -157,14 +157,14 @@ void append_command(std::string& out, const Command& command) {
   std::string values;
   for (const Option& option : options_of(command)) {
     const std::string name = std::string("--") + option.name;
-    options += " " + name;
+    append(options, {" ", name});
     std::string offer;
     if (option.value_name && option.value_name[0] != '[') offer = offer_of(value_of(option));
-    if (!offer.empty()) values += " " + name + ":" + offer + ";";
+    if (!offer.empty()) append(values, {" ", name, ":", offer, ";"});
     if (option.letter) {
       const std::string letter = std::string("-") + option.letter;
-      options += " " + letter;
-      if (!offer.empty()) values += " " + letter + ":" + offer + ";";
+      append(options, {" ", letter});
+      if (!offer.empty()) append(values, {" ", letter, ":", offer, ";"});
     }
   }
   std::string arguments;

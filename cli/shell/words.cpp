@@ -171,6 +171,10 @@ std::vector<const Command*> verbs_of(const Noun& noun) {
   return verbs;
 }
 
+void append(std::string& text, std::initializer_list<std::string_view> parts) {
+  for (const std::string_view part : parts) text += part;
+}
+
 std::string joined(const std::vector<std::string>& words) {
   std::string text;
   for (const std::string& word : words) text += (text.empty() ? "" : " ") + word;

@@ -1,6 +1,7 @@
 // What a word of a command line may be: the completions of all shells are made from this.
 #pragma once
 
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -46,6 +47,9 @@ std::vector<std::string> class_words();
 
 /// The verbs of a noun.
 std::vector<const Command*> verbs_of(const Noun& noun);
+
+/// Puts all parts behind a text.
+void append(std::string& text, std::initializer_list<std::string_view> parts);
 
 /// Joined with blanks.
 std::string joined(const std::vector<std::string>& words);

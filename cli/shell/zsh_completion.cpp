@@ -133,7 +133,8 @@ void append_command(std::string& out, const Command& command) {
       if (words[i + 1].kind == WordKind::kKey) action = "_krz_movies_or_keys";
     }
     const std::string place = words[i].is_repeated ? "*" : std::to_string(i + 1);
-    out += " \\\n        " + quoted(place + ":" + label_of(words[i]) + ":" + action);
+    append(out,
+           {" \\\n        ", quoted(place + ":" + label_of(words[i]).append(":").append(action))});
     if (words[i].is_repeated) break;
   }
   out += " ;;\n";
