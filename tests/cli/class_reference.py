@@ -4,15 +4,12 @@ usage: class_reference.py KRZ SOURCE_FOLDER"""
 import json
 import pathlib
 import re
-import subprocess
 import sys
 import unittest
 
-KRZ, SOURCE = sys.argv[1], pathlib.Path(sys.argv[2])
+from command_test import krz
 
-
-def krz(*arguments):
-    return subprocess.run([KRZ, *arguments], capture_output=True, text=True, timeout=60)
+SOURCE = pathlib.Path(sys.argv[2])
 
 
 def classes():

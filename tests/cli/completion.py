@@ -10,16 +10,12 @@ import select
 import shutil
 import subprocess
 import sys
-import tempfile
 import time
 import unittest
 
-KRZ = os.path.abspath(sys.argv[1])
+from command_test import MovieTest, krz
+
 BUILD = pathlib.Path(os.path.abspath(sys.argv[2]))
-
-
-def krz(*arguments, folder=None):
-    return subprocess.run([KRZ, *arguments], capture_output=True, text=True, timeout=60, cwd=folder)
 
 
 class Shell:
@@ -56,22 +52,17 @@ class Shell:
         os.waitpid(self.child, 0)
 
 
-class Completion(unittest.TestCase):
-    @classmethod
-    def setUpClass(cls):
-        cls.folder = tempfile.TemporaryDirectory()
-        assert krz("demo", ".", folder=cls.folder.name).returncode == 0
-        pathlib.Path(cls.folder.name, "notes.txt").write_text("")
-        pathlib.Path(cls.folder.name, "script.bas").write_text("")
-
-    @classmethod
-    def tearDownClass(cls):
-        cls.folder.cleanup()
+class Completion(MovieTest):
+    def setUp(self):
+        super().setUp()
+        for name in ("notes.txt", "script.bas"):
+            (self.folder / name).write_text("")
 
 
 class Bash(Completion):
     def setUp(self):
-        self.shell = Shell(["bash", "--norc", "--noprofile", "-i"], self.folder.name)
+        super().setUp()
+        self.shell = Shell(["bash", "--norc", "--noprofile", "-i"], self.folder)
         self.addCleanup(self.shell.close)
         self.shell.type("bind 'set bell-style none'; bind 'set enable-bracketed-paste off'; PS1=\n")
         self.shell.type(f"source '{BUILD}/completions/krz'; echo RE\"\"ADY\n")
@@ -106,29 +97,29 @@ class Bash(Completion):
         self.assertEqual(self.offered("krz meta list clip.mov --storage "), ["itms", "mdta", "udta"])
 
     def test_movies_scripts_and_files_where_they_belong(self):
-        self.assertEqual(self.offered("krz info "), ["krz-demo.mov"])
+        self.assertEqual(self.offered("krz info "), ["clip.mov"])
         self.assertEqual(self.offered("krz run "), ["script.bas"])
-        self.assertIn("notes.txt", self.offered("krz chapters import krz-demo.mov "))
+        self.assertIn("notes.txt", self.offered("krz chapters import clip.mov "))
         self.assertIn("notes.txt", self.offered("krz info --files-from "))
 
     def test_track_selectors_are_understood_by_the_commands(self):
-        selectors = self.offered("krz samples list krz-demo.mov ")
+        selectors = self.offered("krz samples list clip.mov ")
         self.assertLessEqual({"video", "sound:1", "ref:chap", "all"}, set(selectors))
         for selector in selectors:
-            said = krz("samples", "list", "krz-demo.mov", selector, folder=self.folder.name).stderr
+            said = krz("samples", "list", "clip.mov", selector, cwd=self.folder).stderr
             self.assertNotIn("names no track;", said, selector) if selector != "id=" else None
-        self.assertEqual(self.offered("krz samples list krz-demo.mov sound:"), ["sound:1"])
-        self.assertIn("tmcd:1", self.offered("krz meta list krz-demo.mov -t "))
+        self.assertEqual(self.offered("krz samples list clip.mov sound:"), ["sound:1"])
+        self.assertIn("tmcd:1", self.offered("krz meta list clip.mov -t "))
 
     def test_keys_of_metadata_are_taken_by_the_commands(self):
-        keys = self.offered("krz meta get krz-demo.mov ")
+        keys = self.offered("krz meta get clip.mov ")
         self.assertLessEqual({"title", "artist", "artwork", "location"}, set(keys))
         for key in keys:
-            if key == "krz-demo.mov":
+            if key == "clip.mov":
                 continue
-            answer = krz("meta", "get", "krz-demo.mov", key, folder=self.folder.name)
+            answer = krz("meta", "get", "clip.mov", key, cwd=self.folder)
             self.assertNotEqual(answer.returncode, 2, key + answer.stderr)
-        self.assertEqual(self.offered("krz meta set krz-demo.mov copyr"), ["copyright="])
+        self.assertEqual(self.offered("krz meta set clip.mov copyr"), ["copyright="])
 
     def test_classes_and_their_members(self):
         classes = [one["name"] for one in json.loads(krz("classes", "--json").stdout)]
@@ -142,17 +133,17 @@ class Bash(Completion):
 @unittest.skipUnless(shutil.which("zsh"), "zsh is not installed")
 class Zsh(Completion):
     def test_unique_beginnings_are_completed(self):
-        shell = Shell(["zsh", "-f", "-i"], self.folder.name)
+        shell = Shell(["zsh", "-f", "-i"], self.folder)
         self.addCleanup(shell.close)
         shell.type("unsetopt zle_bracketed_paste prompt_sp prompt_cr beep; bindkey -e; PS1=\n")
         shell.type(f"fpath=('{BUILD}/completions' $fpath); autoload -Uz compinit; compinit -u -D; echo RE\"\"ADY\n")
         shell.until("READY")
         for typed, expected in (("krz chap", "chapters"), ("krz chapters imp", "import"), ("krz help sam", "samples"),
-                                ("krz info krz-d", "krz-demo.mov"), ("krz info --js", "--json"),
-                                ("krz chapters export krz-demo.mov --format web", "webvtt"),
-                                ("krz samples list krz-demo.mov ref:c", "ref:chap"),
-                                ("krz meta get krz-demo.mov genr", "genre"),
-                                ("krz meta set krz-demo.mov copyr", "copyright="),
+                                ("krz info cli", "clip.mov"), ("krz info --js", "--json"),
+                                ("krz chapters export clip.mov --format web", "webvtt"),
+                                ("krz samples list clip.mov ref:c", "ref:chap"),
+                                ("krz meta get clip.mov genr", "genre"),
+                                ("krz meta set clip.mov copyr", "copyright="),
                                 ("krz classes QTTimeCodeKRZ.SourceN", "QTTimeCodeKRZ.SourceName")):
             self.assertEqual(shell.completed(typed, "\t")[-1], expected, typed)
 

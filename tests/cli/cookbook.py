@@ -11,7 +11,8 @@ import sys
 import tempfile
 import unittest
 
-KRZ = os.path.abspath(sys.argv[1])
+from command_test import KRZ, krz
+
 DOCUMENT = pathlib.Path(sys.argv[2]) / "docs" / "cookbook.md"
 BLOCK = re.compile(r"```(console|basic)\n(.*?)```\n", re.S)
 
@@ -62,7 +63,7 @@ class Cookbook(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
         cls.made = tempfile.TemporaryDirectory()
-        subprocess.run([KRZ, "demo", cls.made.name], check=True, capture_output=True)
+        krz("demo", cls.made.name, check=True)
         cls.demo = os.path.join(cls.made.name, "krz-demo.mov")
 
     @classmethod

@@ -1,14 +1,12 @@
 #!/usr/bin/env python3
 """What is different on a terminal: colour, and what is not. usage: terminal.py KRZ"""
 import os
-import pathlib
 import pty
-import subprocess
 import sys
-import tempfile
 import unittest
 
-KRZ = os.path.abspath(sys.argv[1])
+from command_test import KRZ, MovieTest, krz
+
 ESCAPE = "\x1b["
 
 
@@ -18,7 +16,7 @@ def on_terminal(*arguments, **environment):
     if child == 0:
         os.environ.pop("NO_COLOR", None)
         os.environ.update({"TERM": "xterm", **environment})
-        os.execv(KRZ, [KRZ, *arguments])
+        os.execv(KRZ, [KRZ, *map(str, arguments)])
     seen = b""
     while True:
         try:
@@ -32,24 +30,14 @@ def on_terminal(*arguments, **environment):
     return seen.decode().replace("\r\n", "\n"), os.waitstatus_to_exitcode(os.waitpid(child, 0)[1])
 
 
-class Terminal(unittest.TestCase):
-    @classmethod
-    def setUpClass(cls):
-        cls.folder = tempfile.TemporaryDirectory()
-        subprocess.run([KRZ, "demo", cls.folder.name], check=True, capture_output=True)
-        cls.movie = str(pathlib.Path(cls.folder.name) / "krz-demo.mov")
-
-    @classmethod
-    def tearDownClass(cls):
-        cls.folder.cleanup()
-
+class Terminal(MovieTest):
     def test_headings_stand_out_on_a_terminal_and_nowhere_else(self):
         for command in (["info"], ["track", "list"], ["chapters", "list"], ["edit", "list"], ["timecode", "list"],
                         ["sound", "levels"]):
             shown, status = on_terminal(*command, self.movie)
             self.assertEqual(status, 0)
             self.assertIn(ESCAPE + "1m", shown, command)
-            plain = subprocess.run([KRZ, *command, self.movie], capture_output=True, text=True, timeout=60).stdout
+            plain = krz(*command, self.movie).stdout
             self.assertNotIn("\x1b", plain)
             self.assertEqual(shown.replace(ESCAPE + "1m", "").replace(ESCAPE + "0m", ""), plain, command)
             for refusal in ({"NO_COLOR": "1"}, {"TERM": "dumb"}):
@@ -61,16 +49,16 @@ class Terminal(unittest.TestCase):
             said, status = on_terminal(*command)
             self.assertNotEqual(status, 0)
             self.assertTrue(said.startswith(ESCAPE + "1;31mkrz:" + ESCAPE + "0m "), repr(said))
-            plain = subprocess.run([KRZ, *command], capture_output=True, text=True, timeout=60).stderr
+            plain = krz(*command).stderr
             self.assertTrue(plain.startswith("krz: "), plain)
 
     def test_krz_alone_says_what_to_type_next_and_that_works(self):
-        answer = subprocess.run([KRZ], capture_output=True, text=True, timeout=60)
+        answer = krz()
         self.assertEqual((answer.returncode, answer.stderr), (2, ""))
         for step in ("krz demo ", "krz info ", "krz repl ", "krz --help ", "krz help chapters"):
             self.assertIn(step, answer.stdout)
         self.assertLessEqual(len(answer.stdout.splitlines()), 8)
-        overview = subprocess.run([KRZ, "--help"], capture_output=True, text=True, timeout=60).stdout
+        overview = krz("--help").stdout
         self.assertLessEqual(len(overview.splitlines()), 24)
 
 
