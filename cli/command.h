@@ -44,7 +44,7 @@ enum class Movies : uint8_t {
 
 /// A command. Either `script` holds its program in the host language, or `run` does the work.
 struct Command {
-  const char* name;        // "info", or noun and verb, "track set"
+  const char* name;      // "info", or noun and verb, "track set"
   const char* synopsis;  // what follows the name, "FILE… [--json]"
   const char* summary;
   const char* examples;  // worked examples, ready to print

@@ -53,6 +53,17 @@ void print_help() {
   std::fwrite(text.data(), 1, text.size(), stdout);
 }
 
+void print_first_steps() {
+  constexpr char kSteps[] =
+      "krz looks inside QuickTime-style movies (.mov .mp4 .m4a .m4v) and edits them. Type next:\n"
+      "\n"
+      "  krz demo                 makes a small movie to try things on, and shows what is in it\n"
+      "  krz info clip.mov        what is in a movie of yours\n"
+      "  krz repl clip.mov        ask it in the script language, line by line\n"
+      "  krz --help               all commands; krz help chapters shows examples of one\n";
+  std::fputs(kSteps, stdout);
+}
+
 void print_command_help(const Command& command) {
   std::string text =
       std::string("krz ") + command.name + " " + command.synopsis + "\n\n" + command.summary + "\n";

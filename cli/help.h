@@ -8,6 +8,9 @@ namespace cli {
 /// The whole of krz on one screen.
 void print_help();
 
+/// What somebody types first who typed nothing but krz.
+void print_first_steps();
+
 /// One command: its options and worked examples.
 void print_command_help(const Command& command);
 

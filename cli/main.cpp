@@ -9,11 +9,15 @@
 #include "each_movie.h"
 #include "help.h"
 #include "language/names.h"
+#include "terminal.h"
 
 namespace cli {
 
 void report(std::string_view message) {
+  const bool is_remark = message.starts_with("warning: ") || message.starts_with("note: ");
   std::string line = "krz: ";
+  if (is_coloured(STDERR_FILENO))
+    line = is_remark ? "\x1b[33mkrz:\x1b[0m " : "\x1b[1;31mkrz:\x1b[0m ";
   line += message;
   line += '\n';
   [[maybe_unused]] const auto written = write(STDERR_FILENO, line.data(), line.size());
@@ -101,12 +105,16 @@ int run_command(const Invocation& invocation) {
 
 int dispatch(std::span<char*> words) {
   if (words.empty()) {
-    print_help();
+    print_first_steps();
     return kWrongUsage;
   }
   const std::string_view first = words[0];
   if (is_help(first) || first == "help") return help(words.subspan(1));
   if (first == "--version") return print_version();
+  if (first == "--reference") return print_class_reference();
+  if (first == "--man") return print_man_page(words.subspan(1));
+  if (first == "--completions") return print_completion(words.subspan(1));
+  if (first == "--write-manual") return write_manual(words.subspan(1));
   if (words.size() > 1 && is_help(words[1]) && find_noun(first)) return help(words);
   std::span<char*> rest = words;
   const Command* command = take_command(rest);

@@ -10,3 +10,15 @@ function(krz_embed variable)
     VERBATIM)
   set(${variable} ${output} PARENT_SCOPE)
 endfunction()
+
+# krz_embed_text(VARIABLE CONSTANT FILE...): turns text files, one behind the other, into one constant of namespace cli.
+function(krz_embed_text variable constant)
+  set(output ${CMAKE_CURRENT_BINARY_DIR}/embedded_${constant}.cpp)
+  add_custom_command(
+    OUTPUT ${output}
+    COMMAND ${CMAKE_COMMAND} -DOUTPUT=${output} -DCONSTANT=${constant} "-DINPUTS=${ARGN}"
+      -P ${PROJECT_SOURCE_DIR}/cmake/EmbedText.cmake
+    DEPENDS ${ARGN} ${PROJECT_SOURCE_DIR}/cmake/EmbedText.cmake
+    VERBATIM)
+  set(${variable} ${output} PARENT_SCOPE)
+endfunction()

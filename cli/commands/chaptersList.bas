@@ -32,7 +32,7 @@ Function Heading(list As ChapterList) As String
 End Function
 
 Sub List(list As ChapterList, m As Movie)
-  Print "   #          from            to  title"
+  Print CommandLine.Heading("   #          from            to  title")
   Dim start As String
   If list.Items.Count > 0 Then start = PadLeft(ChapterClock(list.Items(0).Start, m), 14)
   For i As Integer = 0 To list.Items.LastIndex

@@ -1,115 +1,89 @@
-// krz classes: the classes that scripts can use, with their members exactly as they are declared.
-#include <strings.h>
-
+// krz classes: the classes that scripts can use, with their members exactly as they are declared
+// and what is to be said about them.
 #include <cstdio>
 #include <nlohmann/json.hpp>
-#include <span>
+#include <string_view>
+#include <vector>
 
 #include "commands/actions.h"
+#include "language/names.h"
+#include "reference/class_members.h"
+#include "reference/class_reference.h"
 #include "runtime.h"
 
 namespace cli {
 
 namespace {
 
-/// A class's members as declaration texts, in table order.
-struct Members {
-  std::vector<std::string> properties;
-  std::vector<std::string> methods;
-  std::vector<std::string> shared_methods;
-  std::vector<std::string> constants;
-};
-
-template <class Entry>
-std::span<const Entry> table(const Entry* entries, int32_t count) {
-  return {entries, static_cast<size_t>(count > 0 ? count : 0)};
-}
-
-void add_members(const REALclassDefinition& definition, Members& members) {
-  for (const PropertyEntry& entry : table(definition.properties, definition.property_count)) {
-    members.properties.push_back(std::string(entry.name) + " as " + entry.type);
-  }
-  for (const MethodEntry& entry : table(definition.methods, definition.method_count)) {
-    members.methods.emplace_back(entry.declaration);
-  }
-  for (const MethodEntry& entry :
-       table(definition.shared_methods, definition.shared_method_count)) {
-    members.shared_methods.emplace_back(entry.declaration);
-  }
-  for (const ConstantEntry& entry : table(definition.constants, definition.constant_count)) {
-    members.constants.emplace_back(entry.declaration);
-  }
-}
-
-Members members_of(const krz::ClassInfo& class_info) {
-  Members members;
-  add_members(*class_info.definition(), members);
-  for (const REALclassDefinition* extension : class_info.extensions()) {
-    add_members(*extension, members);
-  }
-  return members;
-}
-
-std::string superclass_name(const krz::ClassInfo& class_info) {
-  return class_info.superclass() ? class_info.superclass()->name() : "";
-}
-
 nlohmann::ordered_json as_json(const krz::ClassInfo& class_info) {
-  const Members members = members_of(class_info);
   const std::string superclass = superclass_name(class_info);
-  const auto inherited =
+  nlohmann::ordered_json document = {{"name", class_info.name()}};
+  document["superclass"] =
       superclass.empty() ? nlohmann::ordered_json() : nlohmann::ordered_json(superclass);
-  return {{"name", class_info.name()},
-          {"superclass", inherited},
-          {"properties", members.properties},
-          {"methods", members.methods},
-          {"sharedMethods", members.shared_methods},
-          {"constants", members.constants}};
-}
-
-void print_list(const char* title, const std::vector<std::string>& texts) {
-  if (texts.empty()) return;
-  std::printf("\n%s\n", title);
-  for (const std::string& text : texts) std::printf("  %s\n", text.c_str());
-}
-
-void print_class(const krz::ClassInfo& class_info) {
-  const std::string superclass = superclass_name(class_info);
-  std::printf("Class %s%s%s\n", class_info.name().c_str(), superclass.empty() ? "" : " Inherits ",
-              superclass.c_str());
-  const Members members = members_of(class_info);
-  print_list("Properties", members.properties);
-  print_list("Methods", members.methods);
-  print_list("Shared methods", members.shared_methods);
-  print_list("Constants", members.constants);
+  for (const MemberKind& kind : members_of(class_info)) {
+    auto& list = document[kind.json_key] = nlohmann::ordered_json::array();
+    for (const DeclaredMember& member : kind.members) list.push_back(member.declaration);
+  }
+  return document;
 }
 
 void print_summary(const krz::ClassInfo& class_info) {
-  const Members members = members_of(class_info);
+  size_t count = 0;
+  for (const MemberKind& kind : members_of(class_info)) count += kind.members.size();
   const std::string superclass = superclass_name(class_info);
   const std::string title = class_info.name() + (superclass.empty() ? "" : " (" + superclass + ")");
-  std::printf("%-56s %3zu members\n", title.c_str(),
-              members.properties.size() + members.methods.size() + members.shared_methods.size() +
-                  members.constants.size());
+  std::printf("%-56s %3zu members\n", title.c_str(), count);
+}
+
+/// Starts the runtime with the module. False after a message.
+bool load_module(krz::Runtime& runtime) {
+  const std::string failure = runtime.load_module(krz::Runtime::default_module_path());
+  if (!failure.empty()) report(failure);
+  return failure.empty();
+}
+
+void report_no_class(std::string_view name, const std::vector<const krz::ClassInfo*>& classes) {
+  std::vector<std::string_view> names;
+  names.reserve(classes.size());
+  for (const krz::ClassInfo* one : classes) names.emplace_back(one->name());
+  const std::string_view nearest = krz::nearest_name(name, names);
+  report("there is no class " + std::string(name) +
+         (nearest.empty() ? "" : "; did you mean " + std::string(nearest) + "?") +
+         "; `krz classes` lists them");
+}
+
+/// A member of the class or of one that it inherits from.
+int print_member(const krz::ClassInfo& class_info, std::string_view name) {
+  for (const krz::ClassInfo* one = &class_info; one; one = one->superclass()) {
+    const std::string listing = member_listing(*one, name);
+    if (listing.empty()) continue;
+    std::fputs(listing.c_str(), stdout);
+    return kDone;
+  }
+  const std::vector<std::string> members = class_info.member_names();
+  const std::string_view nearest =
+      krz::nearest_name(name, std::vector<std::string_view>(members.begin(), members.end()));
+  report(class_info.name() + " has no member " + std::string(name) +
+         (nearest.empty() ? "" : "; did you mean " + std::string(nearest) + "?") +
+         "; `krz classes " + class_info.name() + "` lists them");
+  return kFailed;
 }
 
 }  // namespace
 
 int list_classes(const Invocation& invocation) {
   krz::Runtime runtime({});
-  if (const std::string failure = runtime.load_module(krz::Runtime::default_module_path());
-      !failure.empty()) {
-    report(failure);
-    return kFailed;
-  }
+  if (!load_module(runtime)) return kFailed;
   std::vector<const krz::ClassInfo*> classes = runtime.registry().classes();
   if (!invocation.arguments.empty()) {
-    const std::string& name = invocation.arguments.front();
+    const std::string_view asked = invocation.arguments.front();
+    const std::string_view name = asked.substr(0, asked.find('.'));
     const krz::ClassInfo* found = runtime.registry().find_class(name);
     if (!found) {
-      report("there is no class " + name + "; `krz classes` lists them");
+      report_no_class(name, classes);
       return kFailed;
     }
+    if (name.size() < asked.size()) return print_member(*found, asked.substr(name.size() + 1));
     classes = {found};
   }
   if (invocation.has("json")) {
@@ -117,11 +91,21 @@ int list_classes(const Invocation& invocation) {
     for (const krz::ClassInfo* one : classes) document.push_back(as_json(*one));
     std::printf("%s\n", document.dump(2).c_str());
   } else if (!invocation.arguments.empty()) {
-    print_class(*classes.front());
+    std::fputs(class_listing(*classes.front()).c_str(), stdout);
   } else {
     for (const krz::ClassInfo* one : classes) print_summary(*one);
   }
   return kDone;
+}
+
+int print_class_reference() {
+  krz::Runtime runtime({});
+  if (!load_module(runtime)) return kFailed;
+  const std::vector<const krz::ClassInfo*> classes = runtime.registry().classes();
+  std::fputs(class_reference(classes).c_str(), stdout);
+  const std::string faults = reference_faults(classes);
+  std::fputs(faults.c_str(), stderr);
+  return faults.empty() ? kDone : kFailed;
 }
 
 }  // namespace cli

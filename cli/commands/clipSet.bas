@@ -22,7 +22,7 @@ End Try
 Sub Cut(t As QTTrackKRZ)
   Dim name As String = "track " + Str(t.TrackID)
   If t.Width < 1 Or t.Height < 1 Then Raise New UsageError(name + " (" + t.MediaType + ") shows no picture that could be cut")
-  If (mask.Width <> t.Width Or mask.Height <> t.Height) And Not CommandLine.Has("quiet") Then StdErr.WriteLine("krz: note: the mask is " + Str(mask.Width) + "x" + Str(mask.Height) + ", " + name + " " + Str(t.Width) + "x" + Str(t.Height) + "; what the mask does not cover is cut away")
+  If (mask.Width <> t.Width Or mask.Height <> t.Height) And Not CommandLine.Has("quiet") Then CommandLine.Report("note: the mask is " + Str(mask.Width) + "x" + Str(mask.Height) + ", " + name + " " + Str(t.Width) + "x" + Str(t.Height) + "; what the mask does not cover is cut away")
   t.TrackClipMask = mask
   If t.Lasterror <> 0 Then Fail(name + " cannot be cut: " + MovieFailure, 1)
   ' Where no region can be made of a mask, the module leaves the track uncut.

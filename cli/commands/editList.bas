@@ -18,7 +18,7 @@ End Try
 Sub List(tracks() As QTTrackKRZ, m As Movie)
   For Each t As QTTrackKRZ In tracks
     Print "track " + Str(t.TrackID) + " (" + t.MediaType + ")"
-    Print "   #        from          to     duration      media time      rate"
+    Print CommandLine.Heading("   #        from          to     duration      media time      rate")
     Dim start As Integer, duration As Integer, mediaStart As Int64, rate As Double
     For i As Integer = 1 To TrackEditCount(t.TrackHandle)
       If Not TrackEdit(t.TrackHandle, i, start, duration, mediaStart, rate) Then Exit For

@@ -10,7 +10,7 @@ For i As Integer = 0 To Args.Ubound
     shown = shown + 1
     m.Check
   Catch e As IOException
-    StdErr.WriteLine("krz: " + e.Message)
+    CommandLine.Report(e.Message)
     worst = 3
   End Try
 Next
@@ -25,7 +25,7 @@ Sub ShowMovie(m As Movie, path As String)
   Print "  " + Clock(m.Duration / m.TimeScale) + ", " + Str(m.TimeScale) + " units a second, " + Str(count) + tracks
   If count = 0 Then Return
   Print ""
-  Print "   #    id  type  format      from  duration       size  layer    samples"
+  Print CommandLine.Heading("   #    id  type  format      from  duration       size  layer    samples")
   For i As Integer = 1 To count
     ShowTrack(m.GetTrackIndexKRZ(i), i, m.TimeScale)
   Next

@@ -13,7 +13,7 @@ For i As Integer = 0 To Args.Ubound
     documents.Append(MovieDocument(m, Args(i)))
     m.Check
   Catch e As IOException
-    StdErr.WriteLine("krz: " + e.Message)
+    CommandLine.Report(e.Message)
     worst = 3
   End Try
 Next

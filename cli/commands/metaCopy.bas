@@ -34,7 +34,7 @@ Function CopyItem(item As QTMetaDataItemKRZ, d As QTMetaDataKRZ, target As Strin
       Next
     End If
     If key Is Nil Then
-      StdErr.WriteLine("krz: " + NameOf(item) + " has no key in " + target + ": not copied")
+      CommandLine.Report(NameOf(item) + " has no key in " + target + ": not copied")
       Return False
     End If
     If type = 0 Or key.Key = "trkn" Or key.Key = "tmpo" Then value = EncodedValue(key, ShownValue(item), type)
@@ -43,7 +43,7 @@ Function CopyItem(item As QTMetaDataItemKRZ, d As QTMetaDataKRZ, target As Strin
     If Not key.Matches(other) Or other.GetPropertyString("loc ") <> item.GetPropertyString("loc ") Then Continue
     If StrComp(ShownValue(other), ShownValue(item), 0) = 0 Then Return False
     If Not CommandLine.Has("replace") Then
-      StdErr.WriteLine("krz: conflict: " + key.Storage + " " + key.Name + " is """ + ShownValue(other) + """ there and """ + ShownValue(item) + """ here: not copied, --replace does")
+      CommandLine.Report("conflict: " + key.Storage + " " + key.Name + " is """ + ShownValue(other) + """ there and """ + ShownValue(item) + """ here: not copied, --replace does")
       Return False
     End If
     d.RemoveItem(other)

@@ -7,6 +7,6 @@ Try
   If CommandLine.Has("write") Then how = ", opened for changes; m.SaveMovie saves them"
   StdErr.WriteLine("m is " + Args(0) + how)
 Catch e As IOException
-  StdErr.WriteLine("krz: " + e.Message)
+  CommandLine.Report(e.Message)
   Quit(3)
 End Try

@@ -12,7 +12,7 @@ Try
   If CommandLine.Has("json") And CommandLine.Has("csv") Then Raise New UsageError("--csv and --json exclude each other")
   Dim all() As TrackLevels
   For Each t As QTTrackKRZ In SoundTracks(m, selector)
-    If Not CanMeasureSound(t.TrackHandle) Then StdErr.WriteLine("krz: " + OfFile(Args(0), "track " + Str(t.TrackID) + " is in a format that is not decoded; its levels are shown as silence"))
+    If Not CanMeasureSound(t.TrackHandle) Then CommandLine.Report(OfFile(Args(0), "track " + Str(t.TrackID) + " is in a format that is not decoded; its levels are shown as silence"))
     all.Append New TrackLevels(t, m)
   Next
   If CommandLine.Has("output") Then
@@ -42,7 +42,7 @@ Sub Show(all() As TrackLevels, m As Movie)
     For channel As Integer = 1 To levels.Channels
       title = title + PadLeft("peak " + Str(channel), 10) + PadLeft("rms " + Str(channel), 9)
     Next
-    Print title
+    Print CommandLine.Heading(title)
     For place As Integer = 0 To levels.Count - 1
       Dim line As String = PadLeft(ClockOf(levels.StartOf(place), m), 12)
       For channel As Integer = 0 To levels.Channels - 1

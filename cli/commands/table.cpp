@@ -101,10 +101,11 @@ constexpr Command kGeneralCommands[] = {
      .json_script = nullptr,
      .run = run_session},
     {.name = "classes",
-     .synopsis = "[NAME] [--json]",
-     .summary = "list the classes that scripts can use",
+     .synopsis = "[NAME[.MEMBER]] [--json]",
+     .summary = "look up the classes that scripts can use",
      .examples = "  krz classes                     every class in one line\n"
-                 "  krz classes QTTrackKRZ          its members, as they are declared\n",
+                 "  krz classes QTTrackKRZ          its members as they are declared, explained\n"
+                 "  krz classes Movie.Save          one member\n",
      .options = kClassesOptions,
      .least_arguments = 0,
      .most_arguments = 1,

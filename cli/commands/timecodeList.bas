@@ -48,7 +48,7 @@ End Function
 
 Sub ListSamples(t As QTTrackKRZ)
   Print "track " + Str(t.TrackID) + ": " + Counted(t.MediaSampleCount, "sample") + ", " + Str(MediaTimeScale(t.TrackHandle)) + " units a second"
-  Print "   #        time    duration       frame  time code       description"
+  Print CommandLine.Heading("   #        time    duration       frame  time code       description")
   Dim time As Integer, start As Integer, duration As Integer, description As Integer, number As Integer, c As QTTimeCodeKRZ
   While NextSample(t, time, start, duration, description, c)
     number = number + 1
@@ -96,7 +96,7 @@ Function NextBreak(t As QTTrackKRZ, time As Integer, finish As Integer) As Integ
 End Function
 
 Sub ListEdits(m As Movie, t As QTTrackKRZ)
-  Print "        from          to  time code"
+  Print CommandLine.Heading("        from          to  time code")
   For Each part As ShownPart In ShownParts(t)
     Dim line As String = PadLeft(ClockOf(part.Start, m), 12) + PadLeft(ClockOf(part.Start + part.Duration, m), 12) + "  "
     If part.First Is Nil Or part.Last Is Nil Then

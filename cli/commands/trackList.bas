@@ -11,7 +11,7 @@ End Try
 If CommandLine.Has("json") Then ListAsJSON(m) Else List(m)
 
 Sub List(m As Movie)
-  Print "  #    id  media  enabled     offset     duration       size  layer  volume  matrix"
+  Print CommandLine.Heading("  #    id  media  enabled     offset     duration       size  layer  volume  matrix")
   For i As Integer = 1 To m.TrackCountKRZ
     Dim t As QTTrackKRZ = m.GetTrackIndexKRZ(i)
     Dim line As String = PadLeft(Str(i), 3) + PadLeft(Str(t.TrackID), 6) + "  " + PadRight(t.MediaType, 7)

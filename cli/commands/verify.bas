@@ -15,7 +15,7 @@ For Each path As String In Args
       Next
     End If
   Catch e As IOException
-    StdErr.WriteLine("krz: " + e.Message)
+    CommandLine.Report(e.Message)
     worst = 3
   End Try
 Next

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "library/parts.h"
+#include "library/watched_work.h"
 #include "object/exceptions.h"
 #include "object/object.h"
 #include "object/string.h"
@@ -124,6 +125,7 @@ void save(REALobject movie) {
 
 void save_as(REALobject movie, REALstring path, bool overwrite, bool shown_only) {
   const std::string file = string_utf8(path);
+  const WatchedWork progress("writing MiB", 1024 * 1024);
   const auto save_movie = shown_only ? ToolboxSaveShownMovieAs : ToolboxSaveMovieAs;
   const OSErr status = save_movie(data_of(movie).movie, file.c_str(), overwrite);
   if (status != noErr) {

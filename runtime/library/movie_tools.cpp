@@ -7,6 +7,7 @@
 
 #include "library/movie.h"
 #include "library/parts.h"
+#include "library/watched_work.h"
 #include "object/exceptions.h"
 #include "object/string.h"
 #include "registry/tables.h"
@@ -73,6 +74,7 @@ REALstring problems(REALobject movie) {
 // Of the first `count` samples; of all for a negative count.
 REALstring digest(int32_t track, int32_t count) {
   char text[33] = "";
+  const WatchedWork progress("comparing sample", 1);
   // A negative count becomes one that no track has.
   succeeded(ToolboxDigestFirstSamples(track_of(track), static_cast<uint32_t>(count), text));
   return make_string(text);
@@ -132,7 +134,8 @@ REALstring clock_text(int64_t time, int32_t time_scale, int32_t hour_digits) {
     return nullptr;
   }
   const bool is_negative = time < 0;
-  const uint64_t units = is_negative ? 0 - static_cast<uint64_t>(time) : static_cast<uint64_t>(time);
+  const uint64_t units =
+      is_negative ? 0 - static_cast<uint64_t>(time) : static_cast<uint64_t>(time);
   const auto scale = static_cast<uint64_t>(time_scale);
   uint64_t seconds = units / scale;
   uint64_t thousandths = (units % scale * 1000 + scale / 2) / scale;

@@ -3,9 +3,11 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <random>
 
 #include "atoms/atom_dump.h"
+#include "base/work_watcher.h"
 #include "saving/compose.h"
 #include "saving/free_space.h"
 #include "saving/undo.h"
@@ -296,6 +298,40 @@ TEST(Saving, ANewFileHasTheMovieFirstAndEverySample) {
     EXPECT_EQ(files_in(folder), 2u);
     EXPECT_EQ(save_movie_as(*movie, target).code(), dupFNErr);
   }
+}
+
+TEST(Saving, WhoWatchesHearsHowFarALongSaveIs) {
+  const ScratchFolder folder;
+  const std::string path = write(folder, "a.mov", test_movie(kTestMovies[0]));
+  // Much media data, in a file with a hole.
+  constexpr uint32_t kMuch = 150 * 1024 * 1024;
+  Bytes header(8);
+  store_big_endian(header.data(), kMuch);
+  std::copy_n("mdat", 4, header.begin() + 4);
+  std::ofstream(path, std::ios::binary | std::ios::app)
+      .write(reinterpret_cast<const char*>(header.data()), 8);
+  std::filesystem::resize_file(path, std::filesystem::file_size(path) - 8 + kMuch);
+
+  struct Heard {
+    std::vector<uint64_t> written;
+    uint64_t total = 0;
+  } heard;
+  WorkWatcher::current() = {[](uint64_t written, uint64_t total, void* context) {
+                              static_cast<Heard*>(context)->written.push_back(written);
+                              static_cast<Heard*>(context)->total = total;
+                            },
+                            &heard};
+  const auto movie = open(path, FileAccess::kReading);
+  const Status status = save_movie_as(*movie, folder.path("b.mov"));
+  WorkWatcher::current() = {};
+  ASSERT_TRUE(status.ok()) << status.message();
+  EXPECT_EQ(heard.total, std::filesystem::file_size(folder.path("b.mov")));
+  EXPECT_GE(heard.written.size(), 3u);
+  EXPECT_TRUE(std::is_sorted(heard.written.begin(), heard.written.end()));
+  EXPECT_EQ(heard.written.back(), heard.total);
+  const size_t count = heard.written.size();
+  ASSERT_TRUE(save_movie_as(*movie, folder.path("c.mov")).ok());
+  EXPECT_EQ(heard.written.size(), count) << "nobody watches any more";
 }
 
 TEST(Saving, ATailThatWouldHideWhatIsAppendedMakesANewFile) {

@@ -1,6 +1,7 @@
 // The calls of Toolbox/Toolbox.h that save movies, say how, and take saves back.
 #include <Toolbox/Toolbox.h>
 
+#include "base/work_watcher.h"
 #include "calls/guard.h"
 #include "calls/references.h"
 #include "movie/keep_shown.h"
@@ -62,6 +63,10 @@ TOOLBOX_CALL OSErr ToolboxSaveShownMovieAs(Movie movie, const char* path, Boolea
     return toolbox::save_movie_as(
         *found, path, {.overwrite = overwrite != 0, .media_data = toolbox::MediaDataKept::kUsed});
   });
+}
+
+TOOLBOX_CALL void ToolboxWatchWork(ToolboxWorkProc proc, void* context) {
+  toolbox::WorkWatcher::current() = {proc, context};
 }
 
 TOOLBOX_CALL Boolean ToolboxMovieIsModified(Movie movie) {

@@ -4,6 +4,7 @@
 #include <set>
 
 #include "base/big_endian.h"
+#include "base/work_watcher.h"
 #include "movie/insert_media.h"
 #include "movie/media_data.h"
 #include "movie/movie.h"
@@ -180,10 +181,14 @@ Result<std::string> digest_samples(const Track& track, uint32_t count) {
   if (table->sample_count() == 0) return digest.text();
   TRY_ASSIGN(SampleWalk walk, SampleWalk::make(media, 0));
   Bytes bytes;
+  const uint32_t total = std::min(count, table->sample_count());
+  uint32_t done = 0;
   for (;;) {
     TRY_ASSIGN(const std::optional<SamplePiece> piece, walk.next(std::max(count, 1u)));
     if (!piece || count == 0) return digest.text();
     count -= std::min(count, piece->count);
+    tell_watcher(done, total);
+    done += piece->count;
     // Packet by packet, so that where chunks end makes no difference.
     for (uint32_t i = 0; i < piece->packet_count(); ++i) {
       bytes.resize(piece->packet.bytes);

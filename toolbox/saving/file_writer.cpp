@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "base/work_watcher.h"
+
 namespace toolbox {
 
 Result<std::span<uint8_t>> FileWriter::room(uint64_t wanted) {
@@ -58,8 +60,13 @@ Status FileWriter::copy(const FileSource& file, uint64_t offset, uint64_t size) 
 
 Status FileWriter::copy_in_kernel(const FileSource& file, uint64_t offset, uint64_t size) {
   TRY(finish());
-  TRY(Storage::current().copy(file.descriptor(), offset, file_, position_, size, name_));
-  position_ += size;
+  for (uint64_t done = 0; done < size;) {
+    const uint64_t count = std::min(size - done, kAtOnce);
+    TRY(Storage::current().copy(file.descriptor(), offset + done, file_, position_, count, name_));
+    position_ += count;
+    done += count;
+    tell_watcher();
+  }
   return {};
 }
 
@@ -71,7 +78,12 @@ Status FileWriter::copy_through_memory(const ByteRange& range) {
     filled_ += to.size();
     done += to.size();
   }
+  tell_watcher();
   return {};
+}
+
+void FileWriter::tell_watcher() const {
+  if (total_ > 0) toolbox::tell_watcher(position(), total_);
 }
 
 Status FileWriter::write(const AtomPieces& pieces, const OpenedMovie& movie) {

@@ -20,6 +20,9 @@ class FileWriter {
   /// Shows `passing` what is copied from now on; null: nobody.
   void show(PassingChecksum* passing) { passing_ = passing; }
 
+  /// Tells WorkWatcher of what is copied from now on, as part of `total` bytes.
+  void tell(uint64_t total) { total_ = total; }
+
   /// Where the next byte will stand.
   uint64_t position() const { return position_ + filled_; }
 
@@ -50,6 +53,10 @@ class FileWriter {
   // Less is copied faster by hand: the kernel takes page by page.
   static constexpr uint64_t kWorthCopying = 16 * 1024 * 1024;
 
+  // Somebody who watches hears of the copy this often.
+  static constexpr uint64_t kAtOnce = 64 * 1024 * 1024;
+
+  void tell_watcher() const;
   Status copy_in_kernel(const FileSource& file, uint64_t offset, uint64_t size);
   Status copy_through_memory(const ByteRange& range);
 
@@ -59,6 +66,7 @@ class FileWriter {
   Bytes buffer_;  // kGathered bytes once there is something
   size_t filled_ = 0;
   PassingChecksum* passing_ = nullptr;
+  uint64_t total_ = 0;  // 0: nobody is told
 };
 
 /// Writes all pending media data. Fails also as PendingData::read.

@@ -140,6 +140,7 @@ void set_permissions(const Target& target, int file) {
 
 Status write_file(const Movie& movie, const FileLayout& layout, int file, const std::string& name) {
   FileWriter writer(file, 0, name);
+  writer.tell(layout.size);
   for (size_t i = 0; i <= layout.parts.size(); ++i) {
     if (i == layout.movie_place) TRY(writer.write(layout.movie_atom, movie.opened()));
     if (i == layout.parts.size()) break;

@@ -117,7 +117,7 @@ Sub WarnOfShortList(m As Movie)
   If lists.Count > 0 Then
     If SaysTheSame(short, lists(0), m) Then Return
   End If
-  StdErr.WriteLine("krz: warning: the short chapter list in user data still says what it said; `krz chapters convert --to short` writes it anew")
+  CommandLine.Report("warning: the short chapter list in user data still says what it said; `krz chapters convert --to short` writes it anew")
 End Sub
 
 ' The short list holds 255 chapters with titles of 255 bytes; beyond that only with --allow-loss.
@@ -140,7 +140,7 @@ Sub WriteShortList(m As Movie, items() As Chapter)
   If lost.Count > 0 Then
     Dim text As String = "the short list has no room for " + Join(lost, ", ")
     If Not CommandLine.Has("allow-loss") Then Fail(text + "; --allow-loss leaves that out", 4)
-    StdErr.WriteLine("krz: warning: " + text)
+    CommandLine.Report("warning: " + text)
   End If
   SetShortChapters(m, times, titles)
 End Sub

@@ -9,7 +9,7 @@ End Class
 
 ' Writes "krz: text" to standard error and ends with that status.
 Sub Fail(text As String, status As Integer)
-  StdErr.WriteLine("krz: " + text)
+  CommandLine.Report(text)
   Quit(status)
 End Sub
 

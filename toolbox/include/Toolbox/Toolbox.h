@@ -65,6 +65,14 @@ OSErr ToolboxSaveMovieAs(Movie movie, const char* path, Boolean overwrite);
    cut); samples that are not shown may be gone from the movie in memory then. */
 OSErr ToolboxSaveShownMovieAs(Movie movie, const char* path, Boolean overwrite);
 
+/* Is told how much of a long piece of work is done. */
+typedef void (*ToolboxWorkProc)(uint64_t done, uint64_t total, void* context);
+
+/* Who is told while ToolboxSaveMovieAs and ToolboxSaveShownMovieAs write (bytes, every 64 MiB or more
+   often) and while samples are digested (samples); null for nobody, as at first. `context` is handed
+   on. */
+void ToolboxWatchWork(ToolboxWorkProc proc, void* context);
+
 /* Whether a movie differs from its file. */
 Boolean ToolboxMovieIsModified(Movie movie);
 

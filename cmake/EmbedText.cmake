@@ -1,0 +1,10 @@
+cmake_minimum_required(VERSION 3.22)
+# Run by krz_embed_text: writes OUTPUT, in which CONSTANT is the text of the semicolon-separated INPUTS.
+set(text "// Made from text files of this project; edit those.\nnamespace cli {\nextern const char ${CONSTANT}[];\n")
+string(APPEND text "const char ${CONSTANT}[] =\n")
+foreach(input ${INPUTS})
+  file(READ ${input} part)
+  string(APPEND text "R\"text(${part}\n)text\"\n")
+endforeach()
+string(APPEND text ";\n}  // namespace cli\n")
+file(WRITE ${OUTPUT} "${text}")
