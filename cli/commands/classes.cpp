@@ -6,6 +6,7 @@
 #include <span>
 
 #include "commands/actions.h"
+#include "registry/registry.h"
 #include "runtime.h"
 
 namespace cli {
