@@ -1,6 +1,7 @@
 #include "runtime.h"
 
 #include <dlfcn.h>
+#include <limits.h>
 #include <unistd.h>
 
 #include <cassert>
@@ -107,7 +108,9 @@ std::string Runtime::default_module_path() {
   if (!dladdr(reinterpret_cast<void*>(&Runtime::default_module_path), &here) || !here.dli_fname) {
     return "krz/krz-movie.so";
   }
-  const std::string_view file = here.dli_fname;
+  // Links are followed: the module lies beside the library itself.
+  char real[PATH_MAX];
+  const std::string_view file = realpath(here.dli_fname, real) ? real : here.dli_fname;
   const size_t slash = file.rfind('/');
   const std::string_view folder = slash == std::string_view::npos ? "." : file.substr(0, slash);
   return std::string(folder) + "/krz/krz-movie.so";

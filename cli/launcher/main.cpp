@@ -25,14 +25,18 @@ int fail(const char* reason, const char* subject = "") {
 /// The library folder that belongs to this program, all links to the program followed, with a slash
 /// at its end. False when it cannot be told.
 bool find_libraries(char (&folder)[PATH_MAX]) {
-  char path[PATH_MAX];
-  const ssize_t length = readlink("/proc/self/exe", path, sizeof path - sizeof KRZ_LIBRARIES);
+  const char* rest = KRZ_LIBRARIES;
+  const ssize_t length = readlink("/proc/self/exe", folder, sizeof folder - sizeof KRZ_LIBRARIES);
   if (length <= 0) return false;
-  path[length] = '\0';
-  char* const slash = std::strrchr(path, '/');
-  if (!slash) return false;
-  std::strcpy(slash, KRZ_LIBRARIES);
-  std::strcpy(folder, path);
+  folder[length] = '\0';
+  for (;;) {
+    char* const slash = std::strrchr(folder, '/');
+    if (!slash) return false;
+    *slash = '\0';
+    if (std::strncmp(rest, "../", 3) != 0) break;
+    rest += 3;
+  }
+  std::strcat(std::strcat(folder, "/"), rest);
   return true;
 }
 

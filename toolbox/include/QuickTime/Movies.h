@@ -10,7 +10,7 @@
 #ifndef KRZ_QUICKTIME_MOVIES_H
 #define KRZ_QUICKTIME_MOVIES_H
 
-#include <Carbon/MacTypes.h>
+#include <Carbon/Files.h>
 
 #ifdef __cplusplus
 extern "C" {
