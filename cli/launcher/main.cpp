@@ -4,6 +4,8 @@
 // It uses nothing but the C library: it must run when everything else is gone.
 #include <dlfcn.h>
 #include <limits.h>
+#include <stdlib.h>
+#include <sys/auxv.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -22,13 +24,24 @@ int fail(const char* reason, const char* subject = "") {
   return 1;
 }
 
-/// The library folder that belongs to this program, all links to the program followed, with a slash
-/// at its end. False when it cannot be told.
+/// The file of this program, all links to it followed; a system without /proc knows only how it was
+/// called. False when it cannot be told.
+bool find_program(char (&path)[PATH_MAX]) {
+  const ssize_t length = readlink("/proc/self/exe", path, sizeof path - 1);
+  if (length > 0) {
+    path[length] = '\0';
+    return true;
+  }
+  const auto* const called = reinterpret_cast<const char*>(getauxval(AT_EXECFN));
+  return called && realpath(called, path);
+}
+
+/// The library folder that belongs to this program, with a slash at its end. False when it cannot
+/// be told.
 bool find_libraries(char (&folder)[PATH_MAX]) {
   const char* rest = KRZ_LIBRARIES;
-  const ssize_t length = readlink("/proc/self/exe", folder, sizeof folder - sizeof KRZ_LIBRARIES);
-  if (length <= 0) return false;
-  folder[length] = '\0';
+  if (!find_program(folder) || std::strlen(folder) + sizeof KRZ_LIBRARIES > sizeof folder)
+    return false;
   for (;;) {
     char* const slash = std::strrchr(folder, '/');
     if (!slash) return false;
@@ -55,7 +68,7 @@ int explain(const char* folder, const char* reason) {
 
 int main(int argc, char** argv) {
   char folder[PATH_MAX];
-  if (!find_libraries(folder)) return fail("/proc/self/exe does not tell where krz is");
+  if (!find_libraries(folder)) return fail("it cannot be told where krz is");
   char path[2 * PATH_MAX];
   std::snprintf(path, sizeof path, "%s%s", folder, "krz/krz-command.so");
 
