@@ -12,8 +12,8 @@ struct ChapterSpeed {
   double ffmpeg = 0;  // the same into a new file, its one way
   double list = 0;    // of the 2,000
   double ffprobe = 0;
-  double few_each = 0;   // a chapter more, from 100 to 3,000
-  double many_each = 0;  // from 3,000 to 30,000
+  double few_each = 0;       // a chapter more, from 100 to 3,000
+  double many_each = 0;      // from 3,000 to 30,000
   uint64_t extra_bytes = 0;  // of the 2,000, beyond their samples and the movie atom
 };
 

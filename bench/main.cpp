@@ -10,6 +10,7 @@
 #include <string>
 
 #include "chapter_speed.h"
+#include "drawing_speed.h"
 #include "language_speed.h"
 #include "metadata_speed.h"
 #include "movies.h"
@@ -17,6 +18,7 @@
 #include "sample_speed.h"
 #include "saving_speed.h"
 #include "script_calls.h"
+#include "timecode_speed.h"
 
 namespace {
 
@@ -100,6 +102,12 @@ int main(int argc, char** argv) {
               static_cast<unsigned long long>(chapters.extra_bytes));
   std::printf("  %-44s %9.2f ms   ffprobe %9.2f ms\n\n", "2,000 chapters listed", chapters.list,
               chapters.ffprobe);
+  const bench::TimecodeSpeed timecode = bench::measure_timecode(krz, folder);
+  std::printf("  %-44s %9.1f ns   back %9.1f ns\n", "a frame as a drop-frame time code",
+              timecode.to_label_ns, timecode.to_frame_ns);
+  std::printf("  %-44s %9.2f ms   12 GiB %9.2f ms   ffmpeg, 120 MB %9.2f ms\n\n",
+              "krz timecode add, two hours, 120 MB", timecode.krz_small, timecode.krz_large,
+              timecode.ffmpeg);
   const bench::SampleSpeed samples =
       bench::measure_samples(folder, bin, movies.ten_million_samples);
   std::printf("  %-44s %9.1f ns   memory %9.2f MiB\n", "a sample of ten million, walked in order",
@@ -111,6 +119,11 @@ int main(int argc, char** argv) {
   print_timing({"the same by a bare C loop", {}}, samples.plain);
   print_timing({"ffprobe -show_packets -of csv", {}}, samples.ffprobe);
   std::printf("\n");
+  const bench::DrawingSpeed drawing = bench::measure_drawing(folder, bin);
+  std::printf("  %-44s %9.2f ms   back %9.2f ms\n", "a mask of 4096 x 4096 becomes a region",
+              drawing.set_mask_ms, drawing.get_mask_ms);
+  std::printf("  %-44s %9.2f ms   memcpy %9.2f ms\n\n", "a world of 4096 x 4096 becomes a picture",
+              drawing.build_picture_ms, drawing.copy_ms);
   fs::remove_all(folder);
 
   const double do_nothing = fast[0].median_ms;
@@ -168,12 +181,22 @@ int main(int argc, char** argv) {
        chapters.ffprobe >= 20 * chapters.list},
       {"a chapter of 30,000 / of 3,000", chapters.many_each / chapters.few_each, "<= 1.5",
        chapters.many_each <= 1.5 * chapters.few_each},
+      {"a frame as a time code, ns", timecode.to_label_ns, "<= 20", timecode.to_label_ns <= 20},
+      {"a time code as a frame, ns", timecode.to_frame_ns, "<= 20", timecode.to_frame_ns <= 20},
+      {"krz timecode add, 12 GiB / 120 MB", timecode.krz_large / timecode.krz_small, "<= 1.5",
+       timecode.krz_large <= 1.5 * timecode.krz_small},
+      {"ffmpeg 120 MB / krz timecode add 12 GiB", timecode.ffmpeg / timecode.krz_large, ">= 30",
+       timecode.ffmpeg == 0 || timecode.ffmpeg >= 30 * timecode.krz_large},
       {"a sample walked in order, ns", samples.walk_ns, "<= 100", samples.walk_ns <= 100},
       {"memory of that walk, MiB", samples.walk_memory, "<= 4", samples.walk_memory <= 4},
       {"a sample by time, 10^7 / 10^3", samples.access_ns.back() / samples.access_ns.front(),
        "<= 12", samples.access_ns.back() <= 12 * samples.access_ns.front()},
       {"ffprobe / krz samples list, two hours", samples.ffprobe.median_ms / samples.list.median_ms,
        ">= 15", samples.ffprobe.median_ms >= 15 * samples.list.median_ms},
+      {"a mask becomes a region and back, ms", drawing.set_mask_ms + drawing.get_mask_ms, "< 1000",
+       drawing.set_mask_ms + drawing.get_mask_ms < 1000},
+      {"a world becomes a picture / memcpy", drawing.build_picture_ms / drawing.copy_ms, "<= 3",
+       drawing.build_picture_ms <= 3 * drawing.copy_ms},
       {"krz samples list / a bare C loop", samples.list.median_ms / samples.plain.median_ms, "<= 4",
        samples.list.median_ms <= 4 * samples.plain.median_ms},
       {"SIGINT to the end, ms", interrupted, "<= 100", interrupted >= 0 && interrupted <= 100},

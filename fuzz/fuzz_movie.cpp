@@ -2,6 +2,7 @@
 #include <cstdlib>
 
 #include "file/memory_source.h"
+#include "handlers/timecode_handler.h"
 #include "metadata/metadata.h"
 #include "movie/interesting_times.h"
 #include "movie/movie.h"
@@ -84,6 +85,30 @@ void ask_lists(Annotations& lists) {
   require(user_data.flat() == flat);
 }
 
+// A label that is shown is found, no later than it was met.
+void ask_timecode(const Track& track, Media& media) {
+  const int64_t middle = track.duration() / 2;
+  const int64_t time = track.timeline().media_time(middle);
+  const auto shown = timecode_at(media, time);
+  if (shown.ok()) {
+    const auto [frame, definition, record, source] = shown.value();
+    UserDataList list(UserDataList::Owner::kCaller);
+    list.read(source);
+    static_cast<void>(timecode_faults(definition));
+    const auto found = find_timecode(track, timecode_text(definition, record));
+    // Beyond a day or 255 hours a label stands for several frames.
+    if (frame_of_timecode(definition, record) == frame) {
+      require(!found.ok() || found.value() <= middle);
+    }
+  }
+  const auto display = timecode_display(media);
+  if (!display.ok()) return;
+  require(set_timecode_display(media, display.value()).ok());
+  const auto again = timecode_display(media);
+  require(again.ok() && again.value().flags == display.value().flags &&
+          again.value().tail == display.value().tail);
+}
+
 void open_and_ask(ByteView bytes) {
   auto source = std::make_unique<MemorySource>(Bytes(bytes.begin(), bytes.end()), "fuzz.mov");
   Result<OpenedMovie> opened = open_movie_source(std::move(source));
@@ -109,6 +134,7 @@ void open_and_ask(ByteView bytes) {
     static_cast<void>(track->media()->descriptions());
     static_cast<void>(track->media()->data_references());
     static_cast<void>(track->media()->duration());
+    if (track->media()->type() == four_cc("tmcd")) ask_timecode(*track, *track->media());
     const Result<const SampleTable*> samples = track->media()->samples();
     if (!samples.ok()) continue;
     look_up_samples(*samples.value());

@@ -13,7 +13,7 @@ work=$build/fuzz-work
 mkdir -p "$work"
 status=0
 
-for target in atoms:movie movie:movie declaration:declaration script:script; do
+for target in atoms:movie movie:movie declaration:declaration script:script region:region; do
   name=fuzz_${target%%:*}
   seeds=${target##*:}
   corpus=$work/$name

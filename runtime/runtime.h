@@ -2,6 +2,8 @@
 // scripts.
 #pragma once
 
+#include <krz/abi.h>
+
 #include <functional>
 #include <memory>
 #include <set>
@@ -24,6 +26,9 @@ struct RuntimeOptions {
 
   /// What "REALinRuntime" answers.
   bool in_runtime = true;
+
+  /// How this host keeps the pixels of pictures and shows them to modules.
+  REALpictureDescriptionType picture_kind = kPictureBitmapContext;
 
   /// Where scripts print; standard output and standard error when empty.
   std::function<void(std::string_view)> standard_output;

@@ -44,10 +44,22 @@ Sub ShowTrack(t As QTTrackKRZ, index As Integer, timeScale As Integer)
   line = line + PadLeft(Clock(t.TimeOffset / timeScale), 8) + PadLeft(Clock((t.Duration - t.TimeOffset) / timeScale), 10)
   line = line + PadLeft(size, 11) + PadLeft(Str(t.Layer), 7) + PadLeft(Str(t.MediaSampleCount), 11)
   If kind = "soun" Then line = line + SoundOf(t)
+  line = line + AperturesOf(t)
   If t.FileCount > 1 Then line = line + "  " + Str(t.FileCount) + " files"
   If Not t.TrackEnabled Then line = line + "  disabled"
   Print line
 End Sub
+
+' The clean and the whole picture in square pixels, where the file says them and they differ from the size.
+Function AperturesOf(t As QTTrackKRZ) As String
+  Dim width As Double, height As Double, wholeWidth As Double, wholeHeight As Double
+  If Not TrackAperture(t.TrackHandle, "clea", width, height) Then Return ""
+  If Not TrackAperture(t.TrackHandle, "prod", wholeWidth, wholeHeight) Then Return ""
+  Dim text As String
+  If width <> t.Width Or height <> t.Height Then text = "  clean " + Format(width, "0.##") + "x" + Format(height, "0.##")
+  If wholeWidth <> t.Width Or wholeHeight <> t.Height Then text = text + "  production " + Format(wholeWidth, "0.##") + "x" + Format(wholeHeight, "0.##")
+  Return text
+End Function
 
 ' Channels and rate of the first description.
 Function SoundOf(t As QTTrackKRZ) As String

@@ -2,6 +2,8 @@
 #Include "chapterLists.bas"
 #Include "items.bas"
 #Include "descriptions.bas"
+#Include "apertures.bas"
+#Include "timecodeItem.bas"
 
 Dim worst As Integer = 0
 Dim documents As New JSONItem("[]")
@@ -31,16 +33,16 @@ Function MovieDocument(m As Movie, path As String) As JSONItem
   document.Value("duration") = m.Duration
   document.Value("seconds") = m.Duration / m.TimeScale
   document.Value("trackCount") = m.TrackCountKRZ
-  document.Value("apertureMode") = Nil
+  document.Value("apertureMode") = m.GetMovieApertureModeKRZ
   document.Value("hasChapterTrack") = m.HasQTChapterTrackKRZ
-  document.Value("hasTimeCodeTrack") = False
+  document.Value("hasTimeCodeTrack") = m.HasTimeCodeTrackKRZ
   Dim tracks As New JSONItem("[]")
   For i As Integer = 1 To m.TrackCountKRZ
     tracks.Append(TrackDocument(m.GetTrackIndexKRZ(i), i))
   Next
   document.Value("tracks") = tracks
   document.Value("chapters") = ChapterDocuments(m)
-  document.Value("timeCode") = Nil
+  document.Value("timeCode") = FirstTimeCode(m)
   document.Value("metaData") = ItemDocuments(m.MetaDataKRZ)
   document.Value("userData") = UserDataDocuments(m.UserDataKRZ)
   Return document
@@ -73,6 +75,7 @@ Function TrackDocument(t As QTTrackKRZ, index As Integer) As JSONItem
   document.Value("metaData") = ItemDocuments(t.MetaData)
   document.Value("userData") = UserDataDocuments(t.UserData)
   document.Value("mediaTimeScale") = MediaTimeScale(t.TrackHandle)
+  document.Value("apertures") = AperturesDocument(t)
   Return document
 End Function
 
@@ -90,6 +93,18 @@ Function ChapterDocuments(m As Movie) As JSONItem
     documents.Append(document)
   Next
   Return documents
+End Function
+
+' The time code of the first timecode track at media time 0, Nil without one.
+Function FirstTimeCode(m As Movie) As Variant
+  For i As Integer = 1 To m.TrackCountKRZ
+    Dim t As QTTrackKRZ = m.GetTrackIndexKRZ(i)
+    If t.MediaType <> "tmcd" Then Continue
+    Dim c As QTTimeCodeKRZ = t.TimeCodeAtTime(0)
+    If c Is Nil Then Return Nil
+    Return TimeCodeDocument(c, t)
+  Next
+  Return Nil
 End Function
 
 ' The ID of the track that a track names as its chapters first, Nil for none.

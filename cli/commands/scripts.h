@@ -5,6 +5,7 @@ namespace cli {
 
 extern const char kInfoScript[];
 extern const char kInfoJSONScript[];
+extern const char kMapScript[];
 extern const char kReplScript[];
 extern const char kTrackListScript[];
 extern const char kTrackSetScript[];
@@ -50,5 +51,20 @@ extern const char kUserdataImportScript[];
 extern const char kSamplesListScript[];
 extern const char kSamplesExtractScript[];
 extern const char kDescribeScript[];
+extern const char kSoundShowScript[];
+extern const char kSoundSetScript[];
+extern const char kSoundLevelsScript[];
+extern const char kApertureShowScript[];
+extern const char kApertureSetScript[];
+extern const char kApertureGenerateScript[];
+extern const char kApertureRemoveScript[];
+extern const char kTimecodeShowScript[];
+extern const char kTimecodeListScript[];
+extern const char kTimecodeAddScript[];
+extern const char kTimecodeRemoveScript[];
+extern const char kTimecodeConvertScript[];
+extern const char kClipGetScript[];
+extern const char kClipSetScript[];
+extern const char kClipClearScript[];
 
 }  // namespace cli

@@ -4,10 +4,13 @@
 #include "command.h"
 #include "commands/actions.h"
 #include "commands/chapter_commands.h"
+#include "commands/clip_commands.h"
 #include "commands/edit_commands.h"
 #include "commands/meta_commands.h"
 #include "commands/sample_commands.h"
 #include "commands/scripts.h"
+#include "commands/sound_commands.h"
+#include "commands/timecode_commands.h"
 
 namespace cli {
 
@@ -29,6 +32,11 @@ constexpr Option kClassesOptions[] = {
     {"json", 0, nullptr, "an array with every member's declaration"},
 };
 
+constexpr Option kMapOptions[] = {
+    {"output", 'o', "OUT", "an .svg or .png file; - for SVG on standard output"},
+    {"force", 'f', nullptr, "let OUT replace a file that is there"},
+};
+
 constexpr Command kGeneralCommands[] = {
     {.name = "info",
      .synopsis = "FILE… [--json]",
@@ -43,6 +51,18 @@ constexpr Command kGeneralCommands[] = {
      .json_script = kInfoJSONScript,
      .run = nullptr,
      .movies = Movies::kTogether},
+    {.name = "map",
+     .synopsis = "FILE -o OUT",
+     .summary = "draw a picture of a movie: tracks, edits, chapters",
+     .examples = "  krz map clip.mov -o clip.svg    text stays text, details under the pointer\n"
+                 "  krz map clip.mov -o clip.png    the same in pixels\n",
+     .options = kMapOptions,
+     .least_arguments = 1,
+     .most_arguments = 1,
+     .stops_at_argument = false,
+     .script = kMapScript,
+     .json_script = nullptr,
+     .run = nullptr},
     {.name = "run",
      .synopsis = "SCRIPT [ARG…]",
      .summary = "run a script",
@@ -107,7 +127,7 @@ constexpr Command kGeneralCommands[] = {
 };
 
 constexpr Topic kTopics[] = {
-    {"info|describe FILE…", "what is in a movie; its sample descriptions"},
+    {"info|map|describe FILE…", "what is in a movie; a picture of it; its descriptions"},
     {"save|verify|diff FILE…", "write as a new file; look over; compare"},
     {"undo|commit FILE", "take the last save back; make it final"},
     {"run|check SCRIPT…", "run a script; find the mistakes in scripts"},
@@ -119,10 +139,14 @@ constexpr Noun kNouns[] = {
     {"track", "list|set|clone|delete", "tracks and their properties"},
     {"edit", "list|cut|keep|insert|…", "cut, keep, repeat, stretch parts of a movie"},
     {"chapters", "list|import|export|…", "the chapters of a movie"},
+    {"timecode", "show|list|add|…", "time codes of a movie, and their arithmetic"},
     {"meta", "list|get|set|add|…", "titles, artists, pictures, locations, …"},
     {"userdata", "list|get|add|…", "the classic lists of movies and tracks"},
     {"samples", "list|extract", "list samples, copy their bytes"},
+    {"clip", "get|set|clear", "what tracks are cut to, as PNG"},
     {"refs", "show|check|prune", "which track refers to which"},
+    {"sound", "show|set|levels", "volume, balance, channels; levels over time"},
+    {"aperture", "show|set|generate|…", "the sizes of pictures in the aperture modes"},
 };
 
 }  // namespace
@@ -131,7 +155,8 @@ std::span<const Command> commands() {
   static const std::vector<Command> all = [] {
     std::vector<Command> list(std::begin(kGeneralCommands), std::end(kGeneralCommands));
     for (const std::span<const Command> more :
-         {edit_commands(), chapter_commands(), meta_commands(), sample_commands()}) {
+         {edit_commands(), chapter_commands(), timecode_commands(), meta_commands(),
+          sample_commands(), clip_commands(), sound_commands()}) {
       list.insert(list.end(), more.begin(), more.end());
     }
     return list;

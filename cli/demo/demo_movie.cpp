@@ -19,6 +19,8 @@ constexpr uint32_t kPictures = 20;
 constexpr uint32_t kPictureTicks = 300;
 constexpr uint32_t kSoundRate = 8000;
 constexpr uint32_t kSoundSeconds = 10;
+constexpr uint8_t kLabelRate = 30;  // frames a second that time codes count
+constexpr uint32_t kWrapsAtMidnight = 2;
 constexpr uint64_t kMade = 3850070400;  // 2026-01-01, seconds since 1904
 
 /// Eight colour bars, moved by a quarter of a bar from picture to picture.
@@ -68,7 +70,7 @@ toolbox::Result<Bytes> demonstration_movie() {
 
   toolbox::BuiltTrack video = toolbox::video_track(kWidth, kHeight, kPictures, kPictureTicks);
   video.data = pictures();
-  video.references = {{toolbox::four_cc("chap"), {3}}};
+  video.references = {{toolbox::four_cc("chap"), {3}}, {toolbox::four_cc("tmcd"), {4}}};
 
   toolbox::BuiltTrack sound = toolbox::sound_track(1, kSoundRate * kSoundSeconds, kSoundRate);
   sound.data = tones();
@@ -79,10 +81,18 @@ toolbox::Result<Bytes> demonstration_movie() {
   chapters.header.width = kWidth << 16;
   chapters.header.height = 20 << 16;
 
+  constexpr uint32_t kOneHour = 3600 * kLabelRate;
+  toolbox::BuiltTrack timecode =
+      toolbox::timecode_track(kOneHour, kPictures * kPictureTicks, kTimeScale,
+                              kTimeScale / kLabelRate, kLabelRate, kWrapsAtMidnight);
+  timecode.header.flags &= ~uint32_t{TrackHeaderAtom::kEnabled};
+  timecode.header.width = kWidth << 16;
+  timecode.header.height = 20 << 16;
+
   toolbox::BuiltMovie movie;
   movie.place = toolbox::BuiltMovie::MoviePlace::kBeforeMedia;
   movie.header.time_scale = kTimeScale;
-  movie.tracks = {std::move(video), std::move(sound), std::move(chapters)};
+  movie.tracks = {std::move(video), std::move(sound), std::move(chapters), std::move(timecode)};
   movie.header.creation_time = movie.header.modification_time = kMade;
   for (toolbox::BuiltTrack& track : movie.tracks) {
     track.header.creation_time = track.header.modification_time = kMade;

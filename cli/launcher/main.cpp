@@ -72,7 +72,7 @@ int main(int argc, char** argv) {
   char path[2 * PATH_MAX];
   std::snprintf(path, sizeof path, "%s%s", folder, "krz/krz-command.so");
 
-  void* const command = dlopen(path, RTLD_LAZY | RTLD_LOCAL);
+  void* const command = dlopen(path, RTLD_NOW | RTLD_LOCAL);
   if (!command) return explain(folder, dlerror());
   using Entry = int (*)(int, char**);
   const auto entry = reinterpret_cast<Entry>(dlsym(command, "krz_command"));

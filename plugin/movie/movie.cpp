@@ -7,6 +7,7 @@
 #include "metadata/metadata.h"
 #include "metadata/user_data.h"
 #include "text/text_track.h"
+#include "timecode/timecode.h"
 #include "track/track.h"
 
 namespace krz {
@@ -73,7 +74,16 @@ MethodEntry movie_methods[] = {
     METHOD(rbGetTextTrack, "GetTextTrackKRZ(index as integer, EnabledTracksOnly as boolean = false) as QTChapterTrackKRZ"),
     METHOD(rbGetVideoTrack, "GetVideoTrackKRZ(index as integer, EnabledTracksOnly as boolean = false) as QTTrackKRZ"),
     METHOD(rbGetSoundTrack, "GetSoundTrackKRZ(index as integer, EnabledTracksOnly as boolean = false) as QTTrackKRZ"),
+    METHOD(DeleteTimeCodeTracks, "DeleteTimeCodeTracksKRZ"),
+    METHOD(MovieHasTimeCodeTrack, "HasTimeCodeTrackKRZ as boolean"),
+    METHOD(GetCurrentTimeCodeString, "CurrentTimeCodeStringKRZ as string"),
+    METHOD(AddTimeCodeToMovie, "AddTimeCodeToMovieKRZ(parameters as QTTimeCodeCreationParametersKRZ) as integer"),
+    ASSIGNABLE(Movie_GetTimeCodeDisplay, Movie_SetTimeCodeDisplay, "TimeCodeDisplayedKRZ as boolean"),
     METHOD(rbQTCopyMovieMetaData, "MetaDataKRZ as QTMetaDataKRZ"),
+    METHOD(rbGenerateMovieApertureModeDimensions, "GenerateMovieApertureModeDimensionsKRZ as integer"),
+    METHOD(rbRemoveMovieApertureModeDimensions, "RemoveMovieApertureModeDimensionsKRZ as integer"),
+    METHOD(rbSetMovieApertureMode, "SetMovieApertureModeKRZ(theApertureMode as string) as integer"),
+    METHOD(rbGetMovieApertureMode, "GetMovieApertureModeKRZ as string"),
 };
 // clang-format on
 

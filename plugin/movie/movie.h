@@ -23,4 +23,10 @@ double rbPitch(REALmovieStruct* movie);
 void rbSetPitch(REALmovieStruct* movie, double value);
 REALobject rbAudioSummaryChannelLayout(REALmovieStruct* movie);
 
+// movie_apertures.cpp: -1 and nil without a movie.
+int32_t rbGenerateMovieApertureModeDimensions(REALmovieStruct* movie);
+int32_t rbRemoveMovieApertureModeDimensions(REALmovieStruct* movie);
+int32_t rbSetMovieApertureMode(REALmovieStruct* movie, REALstring theApertureMode);
+REALstring rbGetMovieApertureMode(REALmovieStruct* movie);
+
 }  // namespace krz

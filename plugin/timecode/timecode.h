@@ -1,39 +1,46 @@
-// What a time code object holds.
+// Time codes: what an object holds, the functions behind the rows of other classes, and the tracks
+// that they come from.
 #pragma once
 
+#include <QuickTime/QuickTime.h>
 #include <krz/abi.h>
 
 namespace krz {
 
-#pragma pack(push, 2)
-/// How time codes of a track count, in the toolbox's own layout.
-struct TimeCodeDefinition {
-  uint32_t flags;          // sum of the flags below
-  int32_t time_scale;      // units a second
-  int32_t frame_duration;  // in time_scale
-  uint8_t frames;          // a second
-  uint8_t reserved;
-};
-
-/// One time code, in the toolbox's own layout: hours, minutes, seconds and frames, or a counter
-/// over the same bytes.
-struct TimeCodeBytes {
-  uint8_t bytes[4];
-};
-#pragma pack(pop)
-static_assert(sizeof(TimeCodeDefinition) == 14);
-
-inline constexpr uint32_t kTimeCodeDropFrame = 1;
-inline constexpr uint32_t kTimeCode24Hours = 2;
-inline constexpr uint32_t kTimeCodeNegativeOK = 4;
-inline constexpr uint32_t kTimeCodeCounter = 8;
-
 /// Instance data of "QTTimeCodeKRZ".
 struct QTTimeCodeClassData {
   int32_t frame_number;
-  TimeCodeDefinition definition;
-  TimeCodeBytes record;
+  TimeCodeDef definition;
+  TimeCodeRecord record;
   REALstring source_name;  // owned
 };
+
+enum { kTrackReferenceTimeCode = TimeCodeMediaType };
+
+/// The text of the time code of the movie's first timecode track, where the movie stands; emptied
+/// first. Fails: -1 without such a track or time code.
+ComponentResult QTTC_ShowCurrentTimeCode(Movie movie, Str255 text);
+
+/// Removes every timecode track, with the references that other tracks have to it.
+void QTTC_DeleteTimeCodeTracks(Movie movie);
+
+// The rows that movies have of these.
+
+/// Adds a timecode track as the parameters say, below the first video track. -1 without a movie,
+/// trackNotInMovie without video, 0 when the track, its media or its description cannot be made.
+int32_t AddTimeCodeToMovie(REALmovieStruct* movie, REALobject parameters);
+void DeleteTimeCodeTracks(REALmovieStruct* movie);
+bool MovieHasTimeCodeTrack(REALmovieStruct* movie);
+REALstring GetCurrentTimeCodeString(REALmovieStruct* movie);
+bool Movie_GetTimeCodeDisplay(REALmovieStruct* movie);
+void Movie_SetTimeCodeDisplay(REALmovieStruct* movie, bool value);
+
+// The rows that tracks have. Errors of the toolbox go to the track's "Lasterror".
+
+REALobject rbTCGetTimeCodeAtTime(REALobject object, int32_t MediaTime);
+REALobject rbTCGetCurrentTimeCode(REALobject object);
+void rbTCFrameNumberToTimeCode(REALobject object, REALobject timecode);
+void rbTCTimeCodeToFrameNumber(REALobject object, REALobject timecode);
+REALstring rbTCTimeCodeToString(REALobject object, REALobject timecode);
 
 }  // namespace krz

@@ -7,7 +7,9 @@
 #include "host/registration.h"
 #include "metadata/metadata.h"
 #include "metadata/user_data.h"
+#include "picture/clip_mask.h"
 #include "text/text_track.h"
+#include "timecode/timecode.h"
 
 namespace krz {
 namespace {
@@ -67,6 +69,15 @@ MethodEntry track_methods[] = {
     METHOD(rbMediaType, "MediaType as string"),
     METHOD(rbMediaHandlerHandle, "MediaHandlerHandle as integer"),
     METHOD(rbMediaHandle, "MediaHandle as integer"),
+    METHOD(rbSoundSetEqualizerBands, "SoundSetEqualizerBands(count as integer, values as memoryblock) as integer"),
+    METHOD(rbSoundSetDefaultEqualizerBands, "SoundSetDefaultEqualizerBands as integer"),
+    METHOD(rbSoundGetEqualizerBandLevels, "SoundGetEqualizerBandLevels(count as integer) as memoryblock"),
+    ASSIGNABLE(rbSoundBalance, rbSetSoundBalance, "SoundBalance as integer"),
+    ASSIGNABLE(rbSoundOutputComponent, rbSetSoundOutputComponent, "SoundOutputComponentHandle as integer"),
+    METHOD(rbSoundEffectiveBalance, "SoundGetEffectiveBalance as integer"),
+    METHOD(rbSoundLevelMeterInfo, "SoundLevelMeterInfo(byref numChannels as integer, byref leftMeter as integer, byref rightMeter as integer)"),
+    ASSIGNABLE(rbSoundLevelMeteringEnabled, rbSetSoundLevelMeteringEnabled, "SoundLevelMeteringEnabled as boolean"),
+    METHOD(rbSoundEffectiveVolume, "SoundGetEffectiveVolume as integer"),
     METHOD(rbFileCount, "FileCount as integer"),
     METHOD(rbFile, "File(index as integer) as folderitem"),
     METHOD(rbSetFile, "SetFile(index as integer, file as folderitem) as integer"),
@@ -83,7 +94,20 @@ MethodEntry track_methods[] = {
     METHOD(rbSetTrackMatrix, "SetTrackMatrix(x as integer, y as integer, w as integer, h as integer)"),
     METHOD(rbSetTrackRawMatrix, "SetTrackRawMatrix(matrix00 as integer, matrix01 as integer, matrix02 as integer, matrix10 as integer, matrix11 as integer, matrix12 as integer, matrix20 as integer, matrix21 as integer, matrix22 as integer)"),
     METHOD(rbGetTrackRawMatrix, "GetTrackRawMatrix(byref matrix00 as integer, byref matrix01 as integer, byref matrix02 as integer, byref matrix10 as integer, byref matrix11 as integer, byref matrix12 as integer, byref matrix20 as integer, byref matrix21 as integer, byref matrix22 as integer)"),
+    ASSIGNABLE(rbGetTrackClipRgn, rbSetTrackClipRgn, "TrackClipMask as picture"),
+    METHOD(rbTCGetTimeCodeAtTime, "TimeCodeAtTime(MediaTime as integer) as QTTimeCodeKRZ"),
+    METHOD(rbTCGetCurrentTimeCode, "CurrentTimeCode as QTTimeCodeKRZ"),
+    METHOD(rbTCFrameNumberToTimeCode, "FrameNumberToTimeCode(timecode as QTTimeCodeKRZ)"),
+    METHOD(rbTCTimeCodeToFrameNumber, "TimeCodeToFrameNumber(timecode as QTTimeCodeKRZ)"),
+    METHOD(rbTCTimeCodeToString, "TimeCodeToString(timecode as QTTimeCodeKRZ) as string"),
+    ASSIGNABLE(rbSoundTreble, rbSetSoundTreble, "SoundTreble as integer"),
+    ASSIGNABLE(rbSoundBass, rbSetSoundBass, "SoundBass as integer"),
+    METHOD(rbMediaSetGraphicsMode, "MediaSetGraphicsMode(Mode as integer, TheColor as color)"),
+    METHOD(rbMediaGetGraphicsMode, "MediaGetGraphicsMode(byref Mode as integer, byref TheColor as color)"),
     METHOD(rbQTCopyTrackMetaData, "MetaData as QTMetaDataKRZ"),
+    METHOD(rbGenerateTrackApertureModeDimensions, "GenerateTrackApertureModeDimensions as integer"),
+    METHOD(rbRemoveTrackApertureModeDimensions, "RemoveTrackApertureModeDimensions as integer"),
+    METHOD(rbSetTrackApertureModeDimensionsUsingSampleDescription, "SetTrackApertureModeDimensionsUsingSampleDescription as integer"),
     ASSIGNABLE(rbAudioChannelLayout, rbSetAudioChannelLayout, "AudioChannelLayout as QTAudioChannelLayoutKRZ"),
     METHOD(rbDisposeTrackMedia, "DisposeTrackMedia"),
     METHOD(rbDeleteTrackReference, "DeleteTrackReference(type as string, index as integer)"),

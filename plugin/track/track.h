@@ -65,6 +65,36 @@ void rbDeleteTrackReference(REALobject object, REALstring type, int32_t index);
 REALobject rbAudioChannelLayout(REALobject object);
 void rbSetAudioChannelLayout(REALobject object, REALobject value);
 
+// track_sound.cpp
+int32_t rbSoundBalance(REALobject object);
+void rbSetSoundBalance(REALobject object, int32_t value);
+int32_t rbSoundEffectiveBalance(REALobject object);
+int32_t rbSoundEffectiveVolume(REALobject object);
+int32_t rbSoundOutputComponent(REALobject object);
+void rbSetSoundOutputComponent(REALobject object, int32_t value);
+int32_t rbSoundBass(REALobject object);
+void rbSetSoundBass(REALobject object, int32_t value);
+int32_t rbSoundTreble(REALobject object);
+void rbSetSoundTreble(REALobject object, int32_t value);
+
+// track_levels.cpp
+int32_t rbSoundSetEqualizerBands(REALobject object, int32_t count, REALmemoryBlockStruct* values);
+int32_t rbSoundSetDefaultEqualizerBands(REALobject object);
+REALmemoryBlockStruct* rbSoundGetEqualizerBandLevels(REALobject object, int32_t count);
+void rbSoundLevelMeterInfo(REALobject object, int32_t* numChannels, int32_t* leftMeter,
+                           int32_t* rightMeter);
+bool rbSoundLevelMeteringEnabled(REALobject object);
+void rbSetSoundLevelMeteringEnabled(REALobject object, bool value);
+
+// track_graphics.cpp
+void rbMediaSetGraphicsMode(REALobject object, int32_t Mode, uint32_t TheColor);
+void rbMediaGetGraphicsMode(REALobject object, int32_t* Mode, uint32_t* TheColor);
+
+// track_apertures.cpp
+int32_t rbGenerateTrackApertureModeDimensions(REALobject object);
+int32_t rbRemoveTrackApertureModeDimensions(REALobject object);
+int32_t rbSetTrackApertureModeDimensionsUsingSampleDescription(REALobject object);
+
 // track_media.cpp
 void rbDisposeTrackMedia(REALobject object);
 REALstring rbMediaType(REALobject object);

@@ -2,10 +2,13 @@
 
 #include "library/date_time.h"
 #include "library/folder_item.h"
+#include "library/graphics.h"
 #include "library/memory_block.h"
 #include "library/movie.h"
 #include "library/parts.h"
+#include "library/picture.h"
 #include "library/regex.h"
+#include "library/rgb_surface.h"
 
 namespace krz {
 
@@ -16,8 +19,10 @@ void register_library(Registry& registry) {
   register_movie(registry);
   register_movie_samples(registry);
   register_movie_saves(registry);
+  register_movie_sound(registry);
   register_movie_tools(registry);
   register_movie_chapters(registry);
+  register_movie_timecode(registry);
   register_audio_layout(registry);
   register_text_parts(registry);
   register_text_search(registry);
@@ -36,6 +41,9 @@ void register_library(Registry& registry) {
   register_random(registry);
   register_regex_match(registry);
   register_regex(registry);
+  register_picture(registry);
+  register_graphics(registry);
+  register_rgb_surface(registry);
 }
 
 }  // namespace krz

@@ -18,7 +18,6 @@ namespace {
 struct MovieData {
   Movie movie;
   REALstring path;
-  int32_t position;  // movie ticks; where the movie stands, of which only the host knows
 };
 
 REALclassDefinition g_class;
@@ -50,7 +49,7 @@ REALobject movie_object(Movie reference, REALstring path) {
     return nullptr;
   }
   lock_string(path);
-  data_of(movie) = {reference, path, 0};
+  data_of(movie) = {reference, path};
   return movie;
 }
 
@@ -89,10 +88,19 @@ void check(REALobject movie) {
   if (status != noErr) raise_failure(status, "the movie is closed");
 }
 
-int32_t position(REALobject movie) { return data_of(movie).position; }
+// Where the movie stands, in its time scale; levels and time codes are those of that moment.
+int32_t position(REALobject movie) { return GetMovieTime(data_of(movie).movie, nullptr); }
 
 void set_position(REALobject movie, int32_t time) {
-  data_of(movie).position = std::clamp(time, 0, duration(movie));
+  SetMovieTimeValue(data_of(movie).movie, std::clamp(time, 0, duration(movie)));
+}
+
+// 256 is full.
+int32_t volume(REALobject movie) { return GetMoviePreferredVolume(data_of(movie).movie); }
+
+void set_volume(REALobject movie, int32_t volume) {
+  SetMoviePreferredVolume(data_of(movie).movie,
+                          static_cast<int16_t>(std::clamp(volume, INT16_MIN + 0, INT16_MAX + 0)));
 }
 
 bool is_modified(REALobject movie) {
@@ -144,6 +152,7 @@ MethodEntry g_methods[] = {
     KRZ_METHOD(duration, "Duration as integer"),
     KRZ_METHOD(path_of, "Path as string"),
     KRZ_ASSIGNABLE(position, set_position, "Position as integer"),
+    KRZ_ASSIGNABLE(volume, set_volume, "Volume as integer"),
     KRZ_METHOD(is_modified, "IsModified as boolean"),
     KRZ_ASSIGNABLE(copies_samples, set_copies_samples, "CopiesSamples as boolean"),
     KRZ_METHOD(save, "Save"),

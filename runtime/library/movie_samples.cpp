@@ -1,14 +1,13 @@
 // Functions that list the samples of a track and copy their bytes. Tracks are named by their
 // handle, as QTTrackKRZ.TrackHandle gives it.
 #include <Toolbox/Toolbox.h>
-#include <unistd.h>
 
-#include <chrono>
 #include <new>
 
 #include "language/script.h"
 #include "library/new_file.h"
 #include "library/parts.h"
+#include "library/progress.h"
 #include "library/sample_rows.h"
 #include "object/exceptions.h"
 #include "object/string.h"
@@ -58,37 +57,6 @@ void print_samples(int32_t track, REALstring form, int32_t from, int32_t until) 
   raise_failure(status);
 }
 
-/// A line on the terminal that tells how far a long copy is.
-class Progress {
- public:
-  Progress(uint32_t first, uint32_t last)
-      : first_(first), last_(last), shown_(::isatty(STDERR_FILENO) == 1) {}
-  ~Progress() {
-    if (is_visible_) Runtime::current().write_error("\r\x1b[K");
-  }
-  Progress(const Progress&) = delete;
-  Progress& operator=(const Progress&) = delete;
-
-  void show(uint32_t number) {
-    if (!shown_) return;
-    const auto now = std::chrono::steady_clock::now();
-    if (now < next_) return;
-    next_ = now + std::chrono::milliseconds(200);
-    is_visible_ = true;
-    const uint64_t percent = uint64_t{number - first_} * 100 / (uint64_t{last_} - first_ + 1);
-    Runtime::current().write_error("\rsample " + std::to_string(number) + " of " +
-                                   std::to_string(last_) + ", " + std::to_string(percent) + " %");
-  }
-
- private:
-  uint32_t first_;
-  uint32_t last_;
-  bool shown_;
-  bool is_visible_ = false;
-  std::chrono::steady_clock::time_point next_ =
-      std::chrono::steady_clock::now() + std::chrono::seconds(1);
-};
-
 struct Copy {
   NewFile* file;  // null: the host's own output
   Progress progress;
@@ -127,7 +95,7 @@ int64_t extract_samples(int32_t track, int32_t first, int32_t last, REALstring p
   // Numbers below 1 reach the toolbox as 0, which answers for them.
   const uint32_t begin = first < 0 ? 0 : static_cast<uint32_t>(first);
   const uint32_t end = last < 0 ? 0 : static_cast<uint32_t>(last);
-  Copy copy{to_host ? nullptr : &file, Progress(begin, end)};
+  Copy copy{to_host ? nullptr : &file, Progress("sample", begin, end)};
   const OSErr status = ToolboxReadTrackSamples(track_of(track), begin, end, copy_bytes, &copy);
   raise_failure(status);
   if (status != noErr || (!to_host && !file.finish())) return 0;

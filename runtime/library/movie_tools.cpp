@@ -108,6 +108,21 @@ void add_reference(int32_t from, int32_t to, REALstring type) {
   succeeded(AddTrackReference(track_of(from), track_of(to), code_of(type), nullptr));
 }
 
+// The record of the region that a track is cut to, as hexadecimal digits: empty for a track that is
+// not cut, "?" for a region that cannot be read, of which last_failure() tells.
+REALstring clip_region(int32_t track) {
+  const auto region = reinterpret_cast<Handle>(GetTrackClipRgn(track_of(track)));
+  if (!region) return make_string(GetMoviesError() == noErr ? "" : "?");
+  std::string digits;
+  for (Size i = 0; i < GetHandleSize(region); ++i) {
+    const auto byte = static_cast<uint8_t>((*region)[i]);
+    digits += "0123456789ABCDEF"[byte >> 4];
+    digits += "0123456789ABCDEF"[byte & 15];
+  }
+  DisposeHandle(region);
+  return make_string(digits);
+}
+
 void remove_track(int32_t track) { DisposeMovieTrack(track_of(track)); }
 
 // Rounded to a thousandth of a second.
@@ -141,6 +156,7 @@ const FunctionEntry kFunctions[] = {
     KRZ_FUNCTION(reference,
                  "TrackReference(trackHandle as integer, index as integer, byref type as string, "
                  "byref trackID as integer) as boolean"),
+    KRZ_FUNCTION(clip_region, "ClipRegion(trackHandle as integer) as string"),
     KRZ_FUNCTION(prune_references, "PruneReferences(trackHandle as integer) as integer"),
     KRZ_FUNCTION(new_track,
                  "NewTrack(movie as Movie, mediaType as string, timeScale as integer, width as "

@@ -10,7 +10,9 @@ namespace krz {
 void register_movie_samples(Registry& registry);
 void register_movie_saves(Registry& registry);
 void register_movie_chapters(Registry& registry);
+void register_movie_sound(Registry& registry);
 void register_movie_tools(Registry& registry);
+void register_movie_timecode(Registry& registry);
 void register_exception_classes(Registry& registry);
 void register_audio_layout(Registry& registry);
 void register_text_parts(Registry& registry);

@@ -42,7 +42,9 @@ struct MethodInfo {
   const ClassInfo* owner = nullptr;  // null for a global function
   bool shared = false;               // called without a receiver
   mutable const struct CallPlan* plan =
-      nullptr;  // prepared by the first call (registry/invoke.cpp)
+      nullptr;                      // prepared by the first call (registry/invoke.cpp)
+  mutable bool was_called = false;  // so that tests can tell which members scripts have reached
+  mutable bool was_assigned = false;
 };
 
 struct PropertyInfo {
@@ -50,6 +52,7 @@ struct PropertyInfo {
   Type type;
   const PropertyEntry* entry = nullptr;
   const ClassInfo* owner = nullptr;
+  mutable bool was_read = false;  // as MethodInfo::was_called
   bool direct() const { return entry->getter == kDirectField; }
   bool read_only() const { return entry->setter == nullptr; }
 };

@@ -139,6 +139,7 @@ void* field(const PropertyInfo& property, REALobject receiver) {
 void call_method(const MethodInfo& method, REALobject receiver, const Slot* arguments,
                  Slot* result) {
   const Type& type = method.signature.result;
+  method.was_called = true;
   Slot value;
   if (method.signature.parameters.empty()) {
     value = method.shared ? call_simple(method.function, type.kind)
@@ -155,6 +156,7 @@ void call_method(const MethodInfo& method, REALobject receiver, const Slot* argu
 
 void call_setter(const MethodInfo& method, REALobject receiver, const Slot* arguments,
                  const Slot& value) {
+  method.was_assigned = true;
   void* addresses[kMaxArguments];
   const size_t count = collect(method, receiver, arguments, addresses);
   addresses[count] = const_cast<Slot*>(&value);
@@ -163,6 +165,7 @@ void call_setter(const MethodInfo& method, REALobject receiver, const Slot* argu
 }
 
 void get_property(const PropertyInfo& property, REALobject receiver, Slot* result) {
+  property.was_read = true;
   if (property.direct()) {
     uint64_t bits = 0;
     std::memcpy(&bits, field(property, receiver), value_width(property.type.kind));

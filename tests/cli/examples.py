@@ -50,7 +50,7 @@ class Examples(unittest.TestCase):
 
     def test_short_ones(self):
         self.assertEqual(self.output("tracks.bas", "krz-demo.mov"),
-                         "3 tracks\n1 vide 160 120 20\n2 soun 0 0 80000\n3 text 160 20 3\n")
+                         "4 tracks\n1 vide 160 120 20\n2 soun 0 0 80000\n3 text 160 20 3\n4 tmcd 160 20 1\n")
         self.assertEqual(self.output("longest_picture.bas", "krz-demo.mov"),
                          "krz-demo.mov: 0.5 seconds, from second 0\n")
 
@@ -144,7 +144,7 @@ class Examples(unittest.TestCase):
                          "wrote page.html: 1 movies, 1 not readable\n")
         page = (self.path / "page.html").read_text()
         self.assertEqual(page.count("<tr>"), page.count("</tr>"))
-        self.assertEqual(page.count("<rect"), 3)
+        self.assertEqual(page.count("<rect"), 4)
         self.assertIn('class="problem">', page)
         self.run_example("movie_page.bas", ".", "page.html", status=1)
 

@@ -98,7 +98,7 @@ class Repl(unittest.TestCase):
 
     def test_the_movie_is_m_and_can_be_changed_only_when_asked(self):
         answer = piped("m.TrackCountKRZ\nm.GetTrackIndexKRZ(1)\n", self.movie)
-        self.assertRegex(answer.stdout, r'^3\nQTTrackKRZ\(.*Width: 160, Height: 120, MediaType: "vide"')
+        self.assertRegex(answer.stdout, r'^4\nQTTrackKRZ\(.*Width: 160, Height: 120, MediaType: "vide"')
         self.assertEqual(answer.stderr, f"m is {self.movie}, opened for reading; -w opens it for changes\n")
         self.assertIn("opened for changes", piped("1", "-w", self.movie).stderr)
 

@@ -127,6 +127,11 @@ class InstalledTree(unittest.TestCase):
                     changed.unlink(missing_ok=True)
                     self.must(self.krz, "chapters", "import", self.movie, "--every", "2s", "-o", changed)
                     self.assertIn("0:08", self.must(self.krz, "chapters", "list", changed))
+                    if name == "ApplicationServices":
+                        drawn = run(self.krz, "map", self.movie, "-o", self.work / "map.png")
+                        self.assertEqual(drawn.returncode, 1, drawn.stderr)
+                        self.assertIn(str(part), drawn.stderr)
+                        self.assertIn(FIX, drawn.stderr)
 
     def test_every_header_compiles_alone(self):
         include = self.tree / "include"

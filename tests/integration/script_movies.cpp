@@ -6,6 +6,7 @@
 
 #include "atoms/atom_writer.h"
 #include "integration/described_movie.h"
+#include "integration/sound_movies.h"
 #include "toolbox/test_movies.h"
 
 namespace krz::test {
@@ -72,6 +73,12 @@ BuiltMovie rates() {
 BuiltMovie ntsc() {
   BuiltMovie movie;
   movie.tracks = {toolbox::video_track(16, 16, 3, 1001, 30000)};
+  return movie;
+}
+
+BuiltMovie ntsc_long() {
+  BuiltMovie movie;
+  movie.tracks = {toolbox::video_track(16, 16, 1800, 1001, 30000)};
   return movie;
 }
 
@@ -176,6 +183,17 @@ BuiltMovie huge_samples() {
   return movie;
 }
 
+BuiltMovie clipped() {
+  BuiltMovie movie;
+  movie.tracks = {toolbox::video_track(32, 48, 2, 60)};
+  const Bytes region = {0,    36,   0, 0,  0,    0,    0, 40, 0,    30,   0,    0,
+                        0,    0,    0, 10, 0x7F, 0xFF, 0, 20, 0,    10,   0,    30,
+                        0x7F, 0xFF, 0, 40, 0,    0,    0, 30, 0x7F, 0xFF, 0x7F, 0xFF};
+  movie.tracks[0].more_in_track =
+      toolbox::atom_bytes(four_cc("clip"), toolbox::atom_bytes(four_cc("crgn"), region));
+  return movie;
+}
+
 /// Lets the first table of durations in a file claim far more rows than it has.
 void claim_too_many_durations(const std::string& path) {
   std::fstream file(path, std::ios::in | std::ios::out | std::ios::binary);
@@ -198,6 +216,7 @@ constexpr NamedMovie kMovies[] = {
     {"old-headers", old_headers},
     {"rates", rates},
     {"ntsc", ntsc},
+    {"ntsc-long", ntsc_long},
     {"descriptions", descriptions},
     {"odd-text", odd_text},
     {"circles", circles},
@@ -206,6 +225,11 @@ constexpr NamedMovie kMovies[] = {
     {"damaged", damaged},
     {"described", described_movie},
     {"huge-samples", huge_samples},
+    {"tone", tone_movie},
+    {"broken-sound", broken_sound_movie},
+    {"anamorphic", anamorphic_movie},
+    {"bad-apertures", bad_aperture_movie},
+    {"clipped", clipped},
 };
 
 }  // namespace

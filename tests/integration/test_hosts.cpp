@@ -40,7 +40,10 @@ Names least_without(const std::string& name) {
 
 class Hosts : public testing::Test {
  protected:
-  ~Hosts() override { EXPECT_EQ(ToolboxCounts(), before_); }
+  ~Hosts() override {
+    before_.handles += handles_kept_;
+    EXPECT_EQ(ToolboxCounts(), before_);
+  }
 
   /// Runs a script in a host that withholds entries, with a copy of the module that knows no host
   /// yet: it keeps the entries that it once found.
@@ -52,6 +55,7 @@ class Hosts : public testing::Test {
     options.host_version = host_version;
     options.withheld_entries = withheld;
     options.in_runtime = in_runtime;
+    options.picture_kind = picture_kind_;
     const ScriptOutcome outcome = run_source(script, "test.bas", options,
                                              [&copy](Runtime& runtime) { prepare(runtime, copy); });
     EXPECT_EQ(outcome.leaked_strings, 0);
@@ -59,8 +63,11 @@ class Hosts : public testing::Test {
     return outcome.output + outcome.error;
   }
 
+  REALpictureDescriptionType picture_kind_ = kPictureBitmapContext;
+  uint32_t handles_kept_ = 0;  // by calls of which that is known
+
  private:
-  const ToolboxCounts before_;
+  ToolboxCounts before_;
   const toolbox::ScratchFolder folder_;
   int copies_ = 0;
 };
@@ -155,6 +162,50 @@ TEST_F(Hosts, WithNothingButTheVersionEntryLoadTheModuleWithoutClasses) {
   const std::string refused = run("Dim t As QTTrackKRZ", all_but({"RegisterPluginVersion"}));
   EXPECT_NE(refused.find("QTTrackKRZ"), std::string::npos) << refused;
   EXPECT_NE(refused.find("error"), std::string::npos) << refused;
+}
+
+constexpr char kReadMask[] = R"(
+Dim m As Movie = OpenMovie(TestMovie("clipped"))
+Dim t As QTTrackKRZ = m.GetVideoTrackKRZ(1)
+Dim mask As Picture = t.TrackClipMask
+Dim pixels As RGBSurface = mask.RGBSurface
+Print mask.Width, mask.Height, mask.HasAlphaChannel, t.Lasterror
+Print pixels.Pixel(9, 0), pixels.Pixel(10, 0), pixels.Pixel(10, 20), pixels.Pixel(29, 39), pixels.Pixel(30, 39), pixels.Pixel(0, 40)
+t.TrackClipMask = mask
+Print m.IsModified, t.TrackClipMask.RGBSurface.Pixel(9, 0), t.Lasterror
+)";
+
+TEST_F(Hosts, ShowClipMasksInPicturesOfTheirKind) {
+  const std::string mask = "32 48 False 0\n&c000000 &cFFFFFF &c000000 &c000000 &cFFFFFF &cFFFFFF\n";
+  EXPECT_EQ(run(kReadMask, {}), mask + "False &c000000 0\n");
+  // Older buffers are not drawn into ports: what is made of one is a region without pixels.
+  picture_kind_ = kPicturePixelBuffer;
+  EXPECT_EQ(run(kReadMask, {}), mask + "True &cFFFFFF 0\n");
+}
+
+TEST_F(Hosts, WithoutTheFrameworksDoWithoutDrawing) {
+  const toolbox::ScratchFolder empty;
+  setenv("KRZ_FRAMEWORKS", empty.path(".").c_str(), 1);
+  const std::string output = run(R"(
+Dim m As Movie = OpenMovie(TestMovie("clipped"))
+Dim t As QTTrackKRZ = m.GetVideoTrackKRZ(1)
+Print t.TrackClipMask Is Nil, t.Lasterror, m.IsModified
+t.TrackClipMask = Nil
+Print m.IsModified, t.Lasterror
+m = OpenMovie(TestMovie("clipped"))
+t = m.GetVideoTrackKRZ(1)
+t.TrackClipMask = New Picture(4, 4, 32)
+Print m.IsModified, t.TrackClipMask Is Nil, t.Lasterror
+Dim chapter As New QTChapterDataKRZ
+chapter.FontNumber = 9
+chapter.FontName = "Monaco"
+Print chapter.FontNumber
+Print m.TrackCountKRZ, t.Width, t.MediaSampleCount
+)",
+                                 {});
+  unsetenv("KRZ_FRAMEWORKS");
+  EXPECT_EQ(output, "True 0 False\nTrue 0\nTrue True 0\n0\n1 32 2\n");
+  handles_kept_ = 1;  // the region of the first line: what would dispose of it is missing, too
 }
 
 }  // namespace

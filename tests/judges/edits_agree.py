@@ -112,7 +112,7 @@ CASES = {
         [(tag("Track2:TrackDuration"), 11), (tag("QuickTime:Duration"), 11)]),
     "clone": (
         "video.Layer = 2\nIf video.AddClonedTrackToMovie(m, 1) Is Nil Then Quit(9)",
-        [(tag("Track4:TrackID"), 4), (tag("Track4:TrackLayer"), 2), (stream(3, "codec_type"), "video"), (stream(3, "nb_frames"), "20")]),
+        [(tag("Track5:TrackID"), 5), (tag("Track5:TrackLayer"), 2), (stream(4, "codec_type"), "video"), (stream(4, "nb_frames"), "20")]),
     "reference deleted": (
         'video.DeleteTrackReference("chap", 1)\nIf video.Lasterror <> 0 Then Quit(9)', [(tag("Track1:ChapterListTrackID"), None)]),
     "media disposed": (

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "plugin/fake_pictures.h"
 #include "plugin/fake_text.h"
 
 // An object: a head, then the data of its class and of the classes above it.
@@ -72,6 +73,7 @@ void destroy(REALobject object) {
     name = one->superclass;
   }
   objects.erase(object);
+  fake_pictures::forget(object);
   if (object->message) unlock(object->message);
   delete object->bytes;
   std::free(object);
@@ -102,17 +104,33 @@ REALobject new_instance(const char* class_name) {
   if (!find_definition(class_name) && !current.foreign_classes.count(class_name)) return nullptr;
   return make_object(class_name);
 }
-void* class_ref(const char* class_name) { return find_definition(class_name); }
+void* class_ref(const char* class_name) {
+  const auto foreign = current.foreign_classes.find(class_name);
+  return foreign != current.foreign_classes.end() ? &foreign->second
+                                                  : static_cast<void*>(find_definition(class_name));
+}
 void lock_object(REALobject object) {
   check_object(object, "locking");
   ++object->locks;
 }
 void unlock_object(REALobject object) { unlock(object); }
-uint8_t get_integer(REALobject object, const char*, int32_t*) {
-  return check_object(object, "reading"), 0;
+REALpictureStruct* as_picture(REALobject object) {
+  return reinterpret_cast<REALpictureStruct*>(object);
 }
-uint8_t get_boolean(REALobject object, const char*, uint8_t*) {
-  return check_object(object, "reading"), 0;
+uint8_t get_integer(REALobject object, const char* property, int32_t* value) {
+  check_object(object, "reading");
+  if (!fake_pictures::is_picture(object)) return 0;
+  const fake_pictures::Picture& picture = fake_pictures::of(as_picture(object));
+  const bool is_width = std::strcmp(property, "Width") == 0;
+  if (!is_width && std::strcmp(property, "Height") != 0) return 0;
+  *value = is_width ? picture.width : picture.height;
+  return 1;
+}
+uint8_t get_boolean(REALobject object, const char* property, uint8_t* value) {
+  check_object(object, "reading");
+  if (!fake_pictures::is_picture(object) || std::strcmp(property, "HasAlphaChannel") != 0) return 0;
+  *value = fake_pictures::of(as_picture(object)).has_alpha;
+  return 1;
 }
 uint8_t set_string(REALobject object, const char* property, REALstring value) {
   check_object(object, "writing");
@@ -130,7 +148,11 @@ void raise(REALobject exception) {
   if (exception->message) raised.message = bytes_of(exception->message);
   current.raised.push_back(raised);
 }
-REALfunction object_method(REALobject, const char*) { return nullptr; }
+REALfunction object_method(REALobject object, const char* declaration) {
+  check_object(object, "asking");
+  current.calls.push_back(declaration);
+  return current.draw_picture;
+}
 
 REALstring build_string(const char* bytes, int32_t count) {
   return make_string({bytes, static_cast<size_t>(count)}, kEncodingUnknown);
@@ -206,23 +228,42 @@ void* movie_movie(REALmovieStruct* movie) {
   return reinterpret_cast<void*>(uintptr_t{reinterpret_cast<REALobject>(movie)->toolbox_movie});
 }
 
-void lock_picture_older(REALpictureStruct*, REALpictureDescription* description) {
+void lock_picture_older(REALpictureStruct* picture, REALpictureDescription* description) {
   current.calls.push_back("lock picture");
-  description->type = 8;
+  if (fake_pictures::is_picture(picture)) {
+    fake_pictures::lock(picture, description, fake_pictures::of(picture).kind);
+  } else {
+    description->type = 8;
+  }
 }
 // Only the low 8 bits of a truth value count: this one says false.
-uint32_t lock_picture(REALpictureStruct*, REALpictureDescription* description, int32_t type) {
+uint32_t lock_picture(REALpictureStruct* picture, REALpictureDescription* description,
+                      int32_t type) {
   current.calls.push_back("lock picture as " + std::to_string(type));
+  if (fake_pictures::is_picture(picture))
+    return fake_pictures::lock(picture, description, type) ? 0x101 : 0x100;
   description->type = type;
   return current.fail_picture_locks ? 0x100 : 0x101;
 }
-void unlock_picture(REALpictureStruct*) { current.calls.push_back("unlock picture"); }
-REALpictureStruct* new_picture(int32_t, int32_t, int32_t) { return nullptr; }
+void unlock_picture(REALpictureStruct* picture) {
+  current.calls.push_back("unlock picture");
+  if (fake_pictures::is_picture(picture)) fake_pictures::unlock(picture);
+}
+REALpictureStruct* new_picture(int32_t width, int32_t height, int32_t depth) {
+  current.calls.push_back("new picture of depth " + std::to_string(depth));
+  return current.makes_pictures ? fake_pictures::make(width, height) : nullptr;
+}
 REALpictureStruct* picture_from_buffer(int32_t, int32_t, RBPixelType, void*, int32_t) {
   return nullptr;
 }
-REALgraphicsStruct* picture_graphics(REALpictureStruct*) { return nullptr; }
-void clear_cache(REALpictureStruct*) {}
+REALgraphicsStruct* picture_graphics(REALpictureStruct* picture) {
+  check_object(picture, "drawing on");
+  return reinterpret_cast<REALgraphicsStruct*>(new_block("graphics"));
+}
+void clear_cache(REALpictureStruct* picture) {
+  check_object(picture, "clearing");
+  current.calls.push_back("clear cache");
+}
 std::vector<REALobject>& elements_of(REALobjectArrayStruct* array) {
   return *reinterpret_cast<std::vector<REALobject>*>(array);
 }
@@ -294,6 +335,7 @@ Host& host() { return current; }
 
 void start() {
   current = Host();
+  fake_pictures::start();
   current.foreign_classes = {
       {"RuntimeException", 0}, {"NilObjectException", 0}, {"OutOfMemoryException", 0}};
   if (live_objects() || live_strings() || live_string_data())

@@ -26,7 +26,9 @@ struct Host {
   double version = 2015.0;
   bool in_runtime = true;
   int32_t enter_movies_answer = 0;
-  bool fail_picture_locks = false;
+  bool fail_picture_locks = false;  // of objects that are no pictures
+  bool makes_pictures = true;
+  REALfunction draw_picture = nullptr;             // the method of graphics; null: they have none
   int32_t memory_block_limit = 1 << 20;            // larger blocks cannot be made
   std::set<std::string> withheld;                  // entries that it does not have
   std::map<std::string, int32_t> foreign_classes;  // classes of others, and their data sizes

@@ -22,6 +22,11 @@ struct Toolbox {
   std::vector<TimeValue> sample_times;  // where samples begin; empty: found_time is all there is
   std::vector<std::string> texts;       // the bytes of added text samples
   std::vector<std::string> looks;       // and how they are to be drawn
+  TimeCodeDef time_code_definition = {};  // of every time code; the last one that was handed over
+  TimeCodeRecord time_code_record = {};   // likewise
+  TCTextOptions display_options = {};     // likewise
+  std::string added_sample;               // the bytes of the last one, and of its description
+  std::string added_description;
   std::map<std::string, void*> frameworks;  // their routines by name; empty: no framework is there
   int foundation_objects = 0;               // strings, URLs and bundles that are not released
 };

@@ -42,6 +42,15 @@ INSTANTIATE_TEST_SUITE_P(Scripts, LibraryScript,
                          testing::ValuesIn(scripts_below(KRZ_SOURCE_DIR "/tests/scripts/library")),
                          test_name);
 
+TEST(LibraryPictures, AreTheSameInAHostWithTheOlderPixelBuffers) {
+  const ScratchFolder folder;
+  RuntimeOptions options;
+  options.picture_kind = kPicturePixelBuffer;
+  EXPECT_EQ(
+      check_script(KRZ_SOURCE_DIR "/tests/scripts/library/picture.bas", options, [](Runtime&) {}),
+      "");
+}
+
 TEST(LibraryManual, ItsExamplesDoWhatTheySay) {
   const std::string manual = read_file(KRZ_SOURCE_DIR "/docs/library.md");
   const std::string opening = "```basic\n";

@@ -67,6 +67,11 @@ std::vector<Golden> golden_atoms<GenericMediaInfoAtom>() {
   return {whole(hex("00000000 0040 8000 8000 8000 0000 0000"))};
 }
 template <>
+std::vector<Golden> golden_atoms<TimecodeInfoAtom>() {
+  // Fields, then the Pascal string of the font's name.
+  return {{hex("00000001 0016 0001 000C 0000 FFFF00008000 000000FF1234 05 436F757269"), 24}};
+}
+template <>
 std::vector<Golden> golden_atoms<DataReferenceAtom>() {
   return {
       whole(hex("00000000 00000002 | 0000000C 616C6973 00000001 | 00000010 75726C20 00000000 "

@@ -10,6 +10,7 @@
 #include "atoms/movie_header.h"
 #include "atoms/sample_description.h"
 #include "atoms/sample_tables.h"
+#include "atoms/timecode.h"
 #include "atoms/track_header.h"
 
 namespace toolbox {
@@ -26,13 +27,13 @@ struct AtomList {
 using AllAtoms =
     AtomList<MovieHeaderAtom, TrackHeaderAtom, ApertureAtom, TrackReferenceAtom, EditListAtom,
              MediaHeaderAtom, HandlerAtom, VideoMediaHeaderAtom, SoundMediaHeaderAtom,
-             GenericMediaInfoAtom, DataReferenceAtom, DataReferenceEntry, SampleDescriptionAtom,
-             VideoDescription, SoundDescription, DescriptionHeader, TimeToSampleAtom,
-             CompositionOffsetAtom, SyncSampleAtom, PartialSyncSampleAtom, SampleToChunkAtom,
-             SampleSizeAtom, CompactSampleSizeAtom, ChunkOffsetAtom, WideChunkOffsetAtom,
-             SampleDependencyAtom, CompositionShiftAtom, FileTypeAtom, DataCompressionAtom,
-             CompressedMovieAtom, TrackExtendsAtom, MovieExtendsHeaderAtom, FragmentHeaderAtom,
-             TrackFragmentHeaderAtom, TrackFragmentTimeAtom, TrackRunAtom>;
+             GenericMediaInfoAtom, TimecodeInfoAtom, DataReferenceAtom, DataReferenceEntry,
+             SampleDescriptionAtom, VideoDescription, SoundDescription, DescriptionHeader,
+             TimeToSampleAtom, CompositionOffsetAtom, SyncSampleAtom, PartialSyncSampleAtom,
+             SampleToChunkAtom, SampleSizeAtom, CompactSampleSizeAtom, ChunkOffsetAtom,
+             WideChunkOffsetAtom, SampleDependencyAtom, CompositionShiftAtom, FileTypeAtom,
+             DataCompressionAtom, CompressedMovieAtom, TrackExtendsAtom, MovieExtendsHeaderAtom,
+             FragmentHeaderAtom, TrackFragmentHeaderAtom, TrackFragmentTimeAtom, TrackRunAtom>;
 
 /// True when an atom of type `type` inside `parent` has the layout that `row` states.
 constexpr bool matches(const AtomType& row, FourCC type, FourCC parent) {

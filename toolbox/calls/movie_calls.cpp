@@ -75,6 +75,39 @@ TOOLBOX_CALL TimeScale GetMovieTimeScale(Movie movie) {
              [](auto& found) { return to_count(found.time_scale()); });
 }
 
+TOOLBOX_CALL TimeValue GetMovieTime(Movie movie, TimeRecord* currentTime) {
+  return ask(TimeValue{0}, find_movie, movie, [&](auto& found) {
+    const int64_t time = found.current_time();
+    if (currentTime != nullptr) {
+      *currentTime = {{static_cast<UInt32>(time), static_cast<SInt32>(time >> 32)},
+                      to_count(found.time_scale()),
+                      nullptr};
+    }
+    return to_time_value(time);
+  });
+}
+
+TOOLBOX_CALL void SetMovieTimeValue(Movie movie, TimeValue newTime) {
+  guarded([&]() -> Status {
+    TRY_ASSIGN(toolbox::Movie * found, find_movie(movie));
+    found->session().time = newTime;
+    return {};
+  });
+}
+
+TOOLBOX_CALL SInt16 GetMoviePreferredVolume(Movie movie) {
+  return ask(SInt16{0}, find_movie, movie,
+             [](auto& found) { return found.header().preferred_volume; });
+}
+
+TOOLBOX_CALL void SetMoviePreferredVolume(Movie movie, SInt16 volume) {
+  guarded([&]() -> Status {
+    TRY_ASSIGN(toolbox::Movie * found, find_movie(movie));
+    found->change_header().preferred_volume = volume;
+    return {};
+  });
+}
+
 TOOLBOX_CALL TimeValue GetMovieDuration(Movie movie) {
   return ask(TimeValue{0}, find_movie, movie,
              [](auto& found) { return to_time_value(found.duration()); });

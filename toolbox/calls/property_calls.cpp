@@ -3,6 +3,7 @@
 
 #include "calls/guard.h"
 #include "calls/references.h"
+#include "movie/apertures.h"
 #include "movie/channel_layout.h"
 
 using namespace toolbox::calls;
@@ -48,7 +49,18 @@ Bytes bytes_of(const T& value) {
   return Bytes(begin, begin + sizeof value);
 }
 
+/// The properties of pictures, which movies and tracks answer alike but for the mode.
+template <class Owner>
+Result<Bytes> visual_property(const Owner& owner, OSType id) {
+  if (id != kQTVisualPropertyID_HasApertureModeDimensions) return not_supported();
+  return bytes_of(static_cast<uint8_t>(has_apertures(owner)));
+}
+
 Result<Bytes> movie_property(const toolbox::Movie& movie, OSType property_class, OSType id) {
+  if (property_class == kQTPropertyClass_Visual) {
+    if (id == kQTVisualPropertyID_ApertureMode) return bytes_of(movie.session().aperture_mode);
+    return visual_property(movie, id);
+  }
   if (property_class != kQTPropertyClass_Audio) return not_supported();
   if (id == kQTAudioPropertyID_RateChangesPreservePitch) {
     return bytes_of(static_cast<uint8_t>(movie.session().preserves_pitch));
@@ -60,6 +72,7 @@ Result<Bytes> movie_property(const toolbox::Movie& movie, OSType property_class,
 }
 
 Result<Bytes> track_property(const toolbox::Track& track, OSType property_class, OSType id) {
+  if (property_class == kQTPropertyClass_Visual) return visual_property(track, id);
   if (property_class != kQTPropertyClass_Audio || id != kQTAudioPropertyID_TrackChannelLayout) {
     return not_supported();
   }
@@ -71,7 +84,10 @@ Result<Bytes> track_property(const toolbox::Track& track, OSType property_class,
 OSType type_of(OSType id) {
   switch (id) {
     case kQTAudioPropertyID_RateChangesPreservePitch:
+    case kQTVisualPropertyID_HasApertureModeDimensions:
       return 0x626F6F6C;  // 'bool'
+    case kQTVisualPropertyID_ApertureMode:
+      return 0x6F737479;  // 'osty'
     case kQTAudioPropertyID_Pitch:
       return 0x66333220;  // 'f32 '
     default:
@@ -79,7 +95,10 @@ OSType type_of(OSType id) {
   }
 }
 
-bool is_settable(OSType id) { return id != kQTAudioPropertyID_SummaryChannelLayout; }
+bool is_settable(OSType id) {
+  return id != kQTAudioPropertyID_SummaryChannelLayout &&
+         id != kQTVisualPropertyID_HasApertureModeDimensions;
+}
 
 Status answer_info(const Result<Bytes>& value, OSType id, OSType* type, ByteCount* size,
                    UInt32* flags) {
@@ -100,8 +119,28 @@ Status answer_value(const Result<Bytes>& value, ByteCount size, void* buffer, By
   return {};
 }
 
+Status read_only() {
+  return {kQTPropertyReadOnlyErr, "whether there are aperture dimensions cannot be set"};
+}
+
+Status set_visual_property(toolbox::Movie& movie, OSType id, ByteCount size, const void* value) {
+  if (id == kQTVisualPropertyID_HasApertureModeDimensions) return read_only();
+  if (id != kQTVisualPropertyID_ApertureMode) return not_supported();
+  OSType mode = 0;
+  if (value == nullptr) return {paramErr, "a value is needed"};
+  if (size != sizeof mode) return bad_size(size, sizeof mode);
+  std::memcpy(&mode, value, sizeof mode);
+  if (mode != kQTApertureMode_Classic && toolbox::Apertures().find(mode) == nullptr) {
+    return {paramErr, toolbox::four_cc_text(mode) +
+                          " is no aperture mode; they are clas, clea, prod and enco"};
+  }
+  movie.session().aperture_mode = mode;
+  return {};
+}
+
 Status set_movie_property(toolbox::Movie& movie, OSType property_class, OSType id, ByteCount size,
                           const void* value) {
+  if (property_class == kQTPropertyClass_Visual) return set_visual_property(movie, id, size, value);
   if (property_class != kQTPropertyClass_Audio) return not_supported();
   if (id == kQTAudioPropertyID_SummaryChannelLayout) {
     return {kQTPropertyReadOnlyErr, "the summary of the channels cannot be set"};
@@ -121,6 +160,10 @@ Status set_movie_property(toolbox::Movie& movie, OSType property_class, OSType i
 
 Status set_track_property(toolbox::Track& track, OSType property_class, OSType id, ByteCount size,
                           const void* value) {
+  if (property_class == kQTPropertyClass_Visual &&
+      id == kQTVisualPropertyID_HasApertureModeDimensions) {
+    return read_only();
+  }
   if (property_class != kQTPropertyClass_Audio || id != kQTAudioPropertyID_TrackChannelLayout ||
       track.media() == nullptr || track.media()->type() != SoundMediaType) {
     return not_supported();

@@ -3,6 +3,7 @@
 
 #include "calls/guard.h"
 #include "calls/references.h"
+#include "movie/apertures.h"
 
 using namespace toolbox::calls;
 using toolbox::Result;
@@ -39,8 +40,9 @@ TOOLBOX_CALL Boolean GetTrackEnabled(Track track) {
 TOOLBOX_CALL void GetTrackDimensions(Track track, Fixed* width, Fixed* height) {
   guarded([&]() -> Status {
     TRY_ASSIGN(const toolbox::Track* found, find_track(track));
-    if (width != nullptr) *width = found->header().width;
-    if (height != nullptr) *height = found->header().height;
+    const toolbox::ApertureSize size = shown_size(*found);
+    if (width != nullptr) *width = size.width;
+    if (height != nullptr) *height = size.height;
     return {};
   });
 }

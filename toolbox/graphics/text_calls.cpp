@@ -5,22 +5,18 @@
 #include "graphics/font_book.h"
 #include "graphics/font_measures.h"
 #include "graphics/framework_call.h"
+#include "graphics/world.h"
 
-namespace {
+using toolbox::worlds::current;
 
-// Offscreen worlds are not there yet: the one port that there always is.
-toolbox::TextSettings current;
-
-}  // namespace
-
-FRAMEWORK_CALL void TextFont(SInt16 fontNumber) { current.font = fontNumber; }
-FRAMEWORK_CALL void TextFace(SInt16 face) { current.face = face; }
-FRAMEWORK_CALL void TextSize(SInt16 size) { current.size = size; }
+FRAMEWORK_CALL void TextFont(SInt16 fontNumber) { current().text.font = fontNumber; }
+FRAMEWORK_CALL void TextFace(SInt16 face) { current().text.face = face; }
+FRAMEWORK_CALL void TextSize(SInt16 size) { current().text.size = size; }
 
 FRAMEWORK_CALL void GetFontInfo(FontInfo* info) {
   if (info == nullptr) return;
   try {
-    *info = toolbox::measure_font(current);
+    *info = toolbox::measure_font(current().text);
   } catch (const std::bad_alloc&) {
     *info = {};
   }

@@ -1,6 +1,7 @@
 // What serves a media of some type: the base of all handlers.
 #pragma once
 
+#include "handlers/sound_controls.h"
 #include "handlers/text_handler.h"
 #include "memory/tokens.h"
 
@@ -18,12 +19,15 @@ class MediaHandler {
   Media& media() const { return *media_; }
   /// What was announced for the next text sample; adding it forgets that.
   NextTextSample& next_text() { return next_text_; }
+  /// What is set at a sound media.
+  SoundControls& sound() { return sound_; }
 
   Token token() { return reference_.token(Kind::kMediaHandler, this); }
 
  private:
   Media* media_;
   NextTextSample next_text_;
+  SoundControls sound_;
   Reference reference_;
 };
 

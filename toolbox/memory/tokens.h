@@ -21,6 +21,7 @@ enum class Kind : uint8_t {
   kGraphicsDevice,
   kColorSpace,
   kBitmapContext,
+  kBitmapImage,
   kFoundation,
 };
 

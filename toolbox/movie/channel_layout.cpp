@@ -40,13 +40,15 @@ struct Place {
   size_t size = 0;  // 0: there is none
 };
 
-/// The layout atom, which may stand inside `wave`.
-Place find_layout(ByteView description, size_t at) {
+enum class Wave { kLookInside, kSkip };
+
+/// The layout atom, which may stand inside `wave`, but not deeper.
+Place find_layout(ByteView description, size_t at, Wave wave = Wave::kLookInside) {
   while (const size_t size = atom_size(description, at)) {
     const FourCC type = number_at(description, at + 4);
     if (type == kLayoutAtom && size >= 12 + kLayoutHeadBytes) return {at, size};
-    if (type == four_cc("wave")) {
-      const Place inside = find_layout(description.first(at + size), at + 8);
+    if (type == four_cc("wave") && wave == Wave::kLookInside) {
+      const Place inside = find_layout(description.first(at + size), at + 8, Wave::kSkip);
       if (inside.size != 0) return inside;
     }
     at += size;
@@ -54,10 +56,21 @@ Place find_layout(ByteView description, size_t at) {
   return {};
 }
 
+/// Where the last whole atom ends; a terminator and loose bytes may stand behind it.
+size_t atoms_end(ByteView description) {
+  size_t at = std::min(atoms_begin(description), description.size());
+  while (const size_t size = atom_size(description, at)) {
+    if (number_at(description, at + 4) == 0) break;  // a terminator
+    at += size;
+  }
+  return at;
+}
+
 bool is_sound(ByteView description) { return description.size() >= 36; }
 
 ChannelLayout decoded(ByteView payload) {
-  ChannelLayout layout{.tag = number_at(payload, 0), .bitmap = number_at(payload, 4), .descriptions = {}};
+  ChannelLayout layout{
+      .tag = number_at(payload, 0), .bitmap = number_at(payload, 4), .descriptions = {}};
   const size_t stated = number_at(payload, 8);
   const size_t count = std::min(stated, (payload.size() - kLayoutHeadBytes) / kDescriptionBytes);
   for (size_t i = 0; i < count; ++i) {
@@ -155,7 +168,8 @@ Status set_layout(Track& track, const ChannelLayout& layout) {
       }
     }
   }
-  description.insert(description.end(), atom.begin(), atom.end());
+  description.insert(description.begin() + static_cast<ptrdiff_t>(atoms_end(description)),
+                     atom.begin(), atom.end());
   store_big_endian(description.data(), static_cast<uint32_t>(description.size()));
   TRY_ASSIGN(std::vector<Bytes> * descriptions, media->change_descriptions());
   descriptions->front() = std::move(description);

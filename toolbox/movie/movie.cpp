@@ -13,6 +13,11 @@ int64_t Movie::duration() const {
   return longest;
 }
 
+int64_t Movie::current_time() const {
+  const int64_t time = session_.time.value_or(static_cast<int64_t>(header_.current_time));
+  return std::clamp<int64_t>(time, 0, duration());
+}
+
 Track* Movie::find_track(uint32_t id) const {
   if (id == 0) return nullptr;
   const auto found = std::find_if(tracks_.begin(), tracks_.end(),

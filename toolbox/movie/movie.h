@@ -18,9 +18,11 @@ namespace toolbox {
 
 /// What a movie knows only as long as it is open.
 struct SessionProperties {
-  bool preserves_pitch = false;  // when the rate changes
-  float pitch_cents = 0;         // how much higher the sound is played
-  bool copies_samples = false;   // of other movies that are put into this one
+  bool preserves_pitch = false;            // when the rate changes
+  float pitch_cents = 0;                   // how much higher the sound is played
+  bool copies_samples = false;             // of other movies that are put into this one
+  FourCC aperture_mode = four_cc("clas");  // which size tracks report
+  std::optional<int64_t> time;             // movie ticks; nothing until somebody moves it
 };
 
 /// Owns the file, its tracks and everything below. Does not move, so that references to it stay
@@ -47,6 +49,10 @@ class Movie {
 
   /// The largest end of any track, movie ticks.
   int64_t duration() const;
+
+  /// Where the movie stands: where it was moved to, else where it was when it was saved; from 0 to
+  /// duration(), movie ticks.
+  int64_t current_time() const;
 
   const std::vector<std::unique_ptr<Track>>& tracks() const { return tracks_; }
 

@@ -2,6 +2,7 @@
 
 #include "atoms/atom_writer.h"
 #include "atoms/data_references.h"
+#include "atoms/timecode.h"
 #include "movie/media_data.h"
 #include "movie/movie.h"
 
@@ -28,19 +29,11 @@ Bytes video_header(bool is_classic) {
   return whole(header);
 }
 
-// Black on white, in the system font at 12 points.
 void write_timecode_display(AtomWriter& writer) {
+  TimecodeInfoAtom display;
+  display.tail = {0};  // no font's name
   const auto tmcd = writer.begin(four_cc("tmcd"));
-  const auto tcmi = writer.begin(four_cc("tcmi"));
-  uint32_t version_and_flags = 0;
-  std::array<uint16_t, 4> font_face_size_pad = {0, 0, 12, 0};
-  std::array<uint16_t, 6> text_and_background = {0, 0, 0, 0xFFFF, 0xFFFF, 0xFFFF};
-  uint8_t font_name_length = 0;
-  writer("version_and_flags", version_and_flags);
-  writer("font_face_size_pad", font_face_size_pad);
-  writer("text_and_background", text_and_background);
-  writer("font_name_length", font_name_length);
-  writer.end(tcmi);
+  writer.atom(display);
   writer.end(tmcd);
 }
 

@@ -12,6 +12,7 @@ namespace {
 constexpr FourCC kEdits = four_cc("edts");
 constexpr FourCC kReferences = four_cc("tref");
 constexpr FourCC kMedia = four_cc("mdia");
+constexpr FourCC kApertures = four_cc("tapt");
 
 // Whether what the track shows, or how long, may have changed.
 bool changed_timing(const Composer& composer, const Track& track) {
@@ -98,17 +99,27 @@ Status compose_track(Composer& composer, const Track& track) {
     if (std::exchange(references_due, false)) compose_references(composer, track);
     return {};
   };
-  const bool has_header = trak != kNoAtom && tree.find_child(trak, four_cc("tkhd")) != kNoAtom;
-  if (!has_header) compose_header(composer, track);
   const auto has_child = [&](FourCC type) {
     return trak != kNoAtom && tree.find_child(trak, type) != kNoAtom;
   };
+  // New aperture dimensions stand right behind the header, where players look for them first.
+  AtomChanges changes = track.atom_changes();
+  const AtomChanges::Change* const apertures = track.atom_changes().find(kApertures);
+  const bool apertures_due =
+      apertures != nullptr && apertures->atom.has_value() && !has_child(kApertures);
+  if (apertures_due) changes.forget(kApertures, 0);
+  const auto write_header = [&] {
+    compose_header(composer, track);
+    if (apertures_due) composer.pieces.raw(*apertures->atom);
+  };
+  const bool has_header = has_child(four_cc("tkhd"));
+  if (!has_header) write_header();
   const bool edits_have_place = has_child(kEdits);
   const bool references_have_place = has_child(kReferences);
   const auto visit = [&](AtomIndex child, FourCC type, bool& done) -> Status {
     done = true;
     if (type == four_cc("tkhd") && header_written) {
-      compose_header(composer, track);
+      write_header();
     } else if (type == kEdits && track.edits_changed()) {
       if (std::exchange(edits_due, false)) TRY(compose_edits(composer, track, child));
     } else if (type == kReferences && track.references_changed()) {
@@ -130,7 +141,7 @@ Status compose_track(Composer& composer, const Track& track) {
     TRY(write_due());
     if (std::exchange(media_due, false)) TRY(compose_media(composer, *track.media()));
   }
-  TRY(compose_children(composer, trak, track.atom_changes(), visit));
+  TRY(compose_children(composer, trak, changes, visit));
   TRY(write_due());
   if (media_due) TRY(compose_media(composer, *track.media()));
   composer.pieces.end(mark);

@@ -31,6 +31,8 @@ Sub CompareTracks(lines() As String, a As QTTrackKRZ, before As Movie, b As QTTr
   Note(lines, place + "layer", Str(a.Layer), Str(b.Layer))
   Note(lines, place + "volume", Format(a.TrackVolume / 256, "0.###"), Format(b.TrackVolume / 256, "0.###"))
   Note(lines, place + "matrix", MatrixText(a), MatrixText(b))
+  Dim clip As String = ClipRegion(a.TrackHandle), otherClip As String = ClipRegion(b.TrackHandle)
+  If clip <> otherClip Then lines.Append "~ " + place + "clip: " + ClipText(clip) + " -> " + ClipText(otherClip)
   Note(lines, place + "edits", EditsText(a), EditsText(b))
   Note(lines, place + "references", ReferencesText(a), ReferencesText(b))
   Note(lines, place + "samples", Str(a.MediaSampleCount), Str(b.MediaSampleCount))
@@ -49,6 +51,20 @@ Function MatrixText(t As QTTrackKRZ) As String
   Dim a, b, u, c, d, v, x, y, w As Integer
   t.GetTrackRawMatrix(a, b, u, c, d, v, x, y, w)
   Return Fixed(a) + " " + Fixed(b) + " " + Fixed(c) + " " + Fixed(d) + " at " + Fixed(x) + "," + Fixed(y)
+End Function
+
+' "30x40 at 0,0, 36 bytes": the box of a region's record, and how large it is unless it is that box.
+Function ClipText(record As String) As String
+  If record = "" Then Return "none"
+  If record = "?" Then Return "damaged"
+  Dim n(3) As Integer
+  For i As Integer = 0 To 3
+    n(i) = Integer(Val("&h" + Mid(record, 5 + 4 * i, 4)))
+    If n(i) >= 32768 Then n(i) = n(i) - 65536
+  Next
+  Dim text As String = Str(n(3) - n(1)) + "x" + Str(n(2) - n(0)) + " at " + Str(n(1)) + "," + Str(n(0))
+  If Len(record) > 20 Then text = text + ", " + Counted(Len(record) \ 2, "byte")
+  Return text
 End Function
 
 Function Fixed(value As Integer) As String

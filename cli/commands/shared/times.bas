@@ -1,6 +1,7 @@
 ' Times as people write them, and as they are shown.
 '
-'   12.5   01:02:03.500   1500u (movie units)   1500/600   frame:240 (of the first picture track)   end   end-2.0
+'   12.5   01:02:03.500   1500u (movie units)   1500/600   frame:240 (of the first picture track)
+'   tc:01:00:00;00 (of the first timecode track)   end   end-2.0
 
 ' In movie units. Raises UsageError.
 Function ParseTime(text As String, m As Movie) As Integer
@@ -10,6 +11,8 @@ Function ParseTime(text As String, m As Movie) As Integer
     units = m.Duration - ParseTime(Mid(text, 5), m)
   ElseIf Left(text, 6) = "frame:" Then
     units = TimeOfFrame(Mid(text, 7), m)
+  ElseIf Left(text, 3) = "tc:" Then
+    units = TimeOfLabel(Mid(text, 4), m)
   ElseIf Right(text, 1) = "u" And IsNumber(Left(text, Len(text) - 1)) Then
     units = Val(text)
   ElseIf CountFields(text, "/") = 2 And IsNumber(NthField(text, "/", 1)) And Val(NthField(text, "/", 2)) > 0 Then
@@ -19,7 +22,7 @@ Function ParseTime(text As String, m As Movie) As Integer
   ElseIf IsNumber(text) Then
     units = Val(text) * m.TimeScale
   Else
-    Raise New UsageError("""" + text + """ is not a time; a time is 12.5, 01:02:03.5, 1500u, 1500/600, frame:240, end or end-2.0")
+    Raise New UsageError("""" + text + """ is not a time; a time is 12.5, 01:02:03.5, 1500u, 1500/600, frame:240, tc:01:00:00:00, end or end-2.0")
   End If
   If units < 0 Or Round(units) > 2147483647 Then Raise New UsageError(text + " lies outside of any movie")
   Return Integer(Round(units))
@@ -53,10 +56,27 @@ Function TimeOfFrame(text As String, m As Movie) As Double
   Raise New UsageError("the movie has no picture number " + text)
 End Function
 
+' The movie time at which the first timecode track shows a time code.
+Function TimeOfLabel(text As String, m As Movie) As Double
+  For i As Integer = 1 To m.TrackCountKRZ
+    Dim t As QTTrackKRZ = m.GetTrackIndexKRZ(i)
+    If t.MediaType <> "tmcd" Then Continue
+    Try
+      Return TimeOfTimeCode(t.TrackHandle, text)
+    Catch e As InvalidArgumentException
+      Raise New UsageError(e.Message)
+    Catch e As IOException
+      If e.ErrorNumber <> -2031 Then Raise e
+      Raise New UsageError(e.Message + "; krz timecode list says what it shows")
+    End Try
+  Next
+  Raise New UsageError("tc:" + text + " needs a movie with a timecode track; krz timecode add makes one")
+End Function
+
 ' Two times of one range: "10-20", "00:10-00:20", "10-end", "end-5.0-end".
 Sub ParseRange(text As String, m As Movie, ByRef start As Integer, ByRef finish As Integer)
   For i As Integer = 2 To Len(text) - 1
-    If Mid(text, i, 1) <> "-" Or Lowercase(Left(text, i)) = "end-" Then Continue
+    If Mid(text, i, 1) <> "-" Or Lowercase(Left(text, i)) = "end-" Or Mid(text, i - 1, 1) = ":" Then Continue
     start = ParseTime(Left(text, i - 1), m)
     finish = ParseTime(Mid(text, i + 1), m)
     If finish <= start Then Raise New UsageError(text + " ends before it begins")

@@ -129,13 +129,28 @@ struct REALaudioChannelLayoutData {
   REALobject descriptions[kMaxAudioChannelDescriptions];  // each locked by the layout object
 };
 
-/// What is inside a locked picture. `type` tells which of the two kinds `data` is.
-struct REALpictureDescription {
-  int32_t type;  // 8: a bitmap context; 10: the older pixel buffer
-  void* data;
+/// The kinds of descriptions of a picture.
+enum REALpictureDescriptionType : int32_t {
+  kPictureBitmapContext = 8,  // data: a CGContextRef, components in their own order in memory
+  kPicturePixelBuffer = 10,   // data: a REALpixelBuffer
 };
 
-/// The pixel layout of a buffer that becomes a picture.
+/// What is inside a locked picture. A host's pictures are all of one kind.
+struct REALpictureDescription {
+  int32_t type;   // 0: nothing
+  void* data;     // the host's; stays until the picture is unlocked
+  int32_t width;  // pixels
+  int32_t height;
+};
+
+/// The older kind of picture: rows of 32-bit numbers 0xAARRGGBB, each at an address of its own.
+struct REALpixelBuffer {
+  uint32_t has_alpha;  // 0: the top byte of a number means nothing; 1: colours are multiplied by it
+  void** rows;         // the address of each row, the top one first
+};
+
+/// The pixel layout of a buffer that becomes a picture: an alpha info of bitmap contexts, 1 to 6,
+/// components in their own order in memory.
 enum RBPixelType : int32_t { kRBPixelNone = 0 };
 
 #if INTPTR_MAX == INT32_MAX

@@ -43,3 +43,10 @@ Print other.Text, other.FrameDuration                        ' expect: Première
 ' Constants are reached through the class and through an object.
 Print QTChapterDataKRZ.dfDontDisplay, QTChapterDataKRZ.dfTextColorHilite, QTChapterDataKRZ.teLeft, QTChapterDataKRZ.teDefault, QTChapterDataKRZ.teCenter   ' expect: 1 65536 -2 0 1
 Print other.dfClipToTextBox                                  ' expect: 4
+
+' Every way of drawing and every place of a line is a number of its own.
+Dim flags As Integer = QTChapterDataKRZ.dfDontDisplay + QTChapterDataKRZ.dfDontAutoScale + QTChapterDataKRZ.dfClipToTextBox + QTChapterDataKRZ.dfUseMovieBGColor
+flags = flags + QTChapterDataKRZ.dfShrinkTextBoxToFit + QTChapterDataKRZ.dfScrollIn + QTChapterDataKRZ.dfScrollOut + QTChapterDataKRZ.dfHorizScroll
+flags = flags + QTChapterDataKRZ.dfReverseScroll + QTChapterDataKRZ.dfContinuousScroll + QTChapterDataKRZ.dfFlowHoriz + QTChapterDataKRZ.dfContinuousKaraoke
+flags = flags + QTChapterDataKRZ.dfDropShadow + QTChapterDataKRZ.dfAntiAlias + QTChapterDataKRZ.dfKeyedText + QTChapterDataKRZ.dfInverseHilite + QTChapterDataKRZ.dfTextColorHilite
+Print flags, QTChapterDataKRZ.teCenter, QTChapterDataKRZ.teDefault, QTChapterDataKRZ.teRight, QTChapterDataKRZ.teLeft   ' expect: 131071 1 0 -1 -2

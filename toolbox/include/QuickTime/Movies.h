@@ -10,6 +10,7 @@
 #ifndef KRZ_QUICKTIME_MOVIES_H
 #define KRZ_QUICKTIME_MOVIES_H
 
+#include <ApplicationServices/QuickDraw.h>
 #include <Carbon/Files.h>
 
 #ifdef __cplusplus
@@ -21,6 +22,7 @@ typedef struct TrackType* Track;
 typedef struct MediaType* Media;
 typedef struct ComponentInstanceRecord* ComponentInstance;
 typedef ComponentInstance MediaHandler;
+typedef struct ComponentRecord* Component;
 
 typedef SInt32 TimeValue; /* in some time scale, which the call names */
 typedef SInt32 TimeScale; /* units a second */
@@ -91,6 +93,17 @@ TimeScale GetMovieTimeScale(Movie movie);
 /* The largest end of any track, in the movie's time scale; 0 when there is none. */
 TimeValue GetMovieDuration(Movie movie);
 
+/* Where the movie stands, in its own time scale; as it was saved until it is moved, and never behind
+   its end. `currentTime` gets the same as a record, and may be null. Moving it changes nothing that is
+   saved. Fail: 0 or nothing with invalidMovie; a negative time is the start. */
+TimeValue GetMovieTime(Movie movie, TimeRecord* currentTime);
+void SetMovieTimeValue(Movie movie, TimeValue newTime);
+
+/* The volume that a movie is played at, 8.8: 256 is full, negative is muted. Kept by the next save.
+   Fail: 0 or nothing with invalidMovie. */
+SInt16 GetMoviePreferredVolume(Movie movie);
+void SetMoviePreferredVolume(Movie movie, SInt16 volume);
+
 /* The owning movie, the media (nil when the track has none) and the ID of a track. Fails: nil or 0
  * with invalidTrack. */
 Movie GetTrackMovie(Track track);
@@ -101,7 +114,8 @@ SInt32 GetTrackID(Track track);
 SInt16 GetTrackVolume(Track track);
 Boolean GetTrackEnabled(Track track);
 
-/* Size before the matrix, 16.16. A null output is skipped. */
+/* Size before the matrix, 16.16: that of the movie's aperture mode when the track has one, else that of
+   its header. A null output is skipped. */
 void GetTrackDimensions(Track track, Fixed* width, Fixed* height);
 
 /* Movie time scale: the whole track with its leading empty time, and that leading empty time alone.
@@ -119,6 +133,12 @@ UInt32 GetTrackModificationTime(Track track);
 /* Fills all nine entries; a bad track leaves the record. */
 void GetTrackMatrix(Track track, MatrixRecord* matrix);
 
+/* The region that a track is cut to, in its own pixels before the matrix; nil with noErr when it is
+   not cut. Of a region that is damaged in the file its rectangle.
+   Owns:  the caller disposes the region, a copy.
+   Fails: nil with invalidTrack, badPublicMovieAtom, ioErr, eofErr, memFullErr. */
+RgnHandle GetTrackClipRgn(Track track);
+
 /* Changes of a track. All live in the movie in memory, are kept by the next save, and set the track's
    modification time. A bad track sets invalidTrack. */
 
@@ -130,6 +150,10 @@ void SetTrackLayer(Track track, SInt16 layer);
 
 /* nil is the identity. */
 void SetTrackMatrix(Track track, const MatrixRecord* matrix);
+
+/* Cuts a track to a region, which is copied, or with nil no longer. A track that is already cut to it
+   is not changed. Fails: paramErr for a handle that holds no region. */
+void SetTrackClipRgn(Track track, RgnHandle clip);
 
 /* Movie time scale: the length of the empty time in front. Fails: invalidTime for a negative one. */
 void SetTrackOffset(Track track, TimeValue offset);
@@ -193,14 +217,26 @@ enum {
   kQTAudioPropertyID_RateChangesPreservePitch = 0x61756370,         /* 'aucp', one byte */
   kQTAudioPropertyID_Pitch = 0x70697463,                            /* 'pitc', float32, cents */
   kQTAudioPropertyID_SummaryChannelLayout = 0x636C6179,             /* 'clay' */
-  kQTAudioPropertyID_TrackChannelLayout = 0x746C6179                /* 'tlay' */
+  kQTAudioPropertyID_TrackChannelLayout = 0x746C6179,               /* 'tlay' */
+  kQTPropertyClass_Visual = 0x76697375,                             /* 'visu' */
+  kQTVisualPropertyID_HasApertureModeDimensions = 0x68616D64,       /* 'hamd', one byte, read only */
+  kQTVisualPropertyID_ApertureMode = 0x61706D64                     /* 'apmd', OSType */
 };
 
-/* Properties. Rate changes and pitch live as long as the movie is open; the channel layout of a track
-   is kept by the next save. Layouts are AudioChannelLayout records of 12 + 20 * n bytes. Outputs may
+/* Aperture modes: which of its sizes a track reports. */
+enum {
+  kQTApertureMode_Classic = 0x636C6173,            /* 'clas', that of the track header */
+  kQTApertureMode_CleanAperture = 0x636C6561,      /* 'clea', without the edges, in square pixels */
+  kQTApertureMode_ProductionAperture = 0x70726F64, /* 'prod', whole, in square pixels */
+  kQTApertureMode_EncodedPixels = 0x656E636F       /* 'enco', as the samples are coded */
+};
+
+/* Properties. Rate changes, pitch and aperture mode live as long as the movie is open; the channel
+   layout of a track is kept by the next save. Whether a track, or any of a movie, has aperture
+   dimensions can be asked of both. Layouts are AudioChannelLayout records of 12 + 20 * n bytes. Outputs may
    be null.
    Fail: invalidMovie, invalidTrack; kQTPropertyNotSupportedErr (no such property, no sound),
-   kQTPropertyBadValueSizeErr, kQTPropertyReadOnlyErr, paramErr for no buffer. */
+   kQTPropertyBadValueSizeErr, kQTPropertyReadOnlyErr, paramErr for no buffer and an unknown mode. */
 OSStatus QTGetMoviePropertyInfo(Movie movie, OSType propertyClass, OSType propertyID,
                                 OSType* propertyType, ByteCount* size, UInt32* flags);
 OSStatus QTGetMovieProperty(Movie movie, OSType propertyClass, OSType propertyID, ByteCount size,
@@ -213,6 +249,20 @@ OSStatus QTGetTrackProperty(Track track, OSType propertyClass, OSType propertyID
                             void* value, ByteCount* used);
 OSStatus QTSetTrackProperty(Track track, OSType propertyClass, OSType propertyID, ByteCount size,
                             const void* value);
+
+/* Aperture dimensions: the sizes of a track in the three modes, worked out from the first sample
+   description of its pictures (size, clean aperture, shape of the pixels) and kept by the next save.
+   The track's own size stays. Of a track that is seen but has no picture descriptions all three are its
+   own size. `imageDescription`: a whole description, big-endian; nil is the track's first.
+   The movie calls treat every track with picture descriptions; Remove also sets the mode to classic.
+   Fail: invalidMovie, invalidTrack (also for one that is not seen), invalidSampleDescription (a clean
+   aperture without size or larger than the picture, a size beyond 32767; nothing changes then),
+   memWZErr. */
+OSErr GenerateMovieApertureModeDimensions(Movie movie);
+OSErr RemoveMovieApertureModeDimensions(Movie movie);
+OSErr GenerateTrackApertureModeDimensions(Track track);
+OSErr RemoveTrackApertureModeDimensions(Track track);
+OSErr SetTrackApertureModeDimensionsUsingSampleDescription(Track track, Handle imageDescription);
 
 /* The projection that takes each corner of `source` to its partner in `dest`; corners in the order
    top left, top right, bottom right, bottom left. Leaves the current error.
