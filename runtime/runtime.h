@@ -45,7 +45,8 @@ struct RuntimeOptions {
   std::vector<std::string> arguments;
 };
 
-/// One host. There is one at a time in a process; several one after another are fine.
+/// One host. There is one at a time in a process; several one after another are fine. Everything of
+/// it is used on one thread.
 class KRZ_API Runtime {
  public:
   explicit Runtime(RuntimeOptions options);

@@ -16,7 +16,12 @@ namespace krz {
 
 /// What copies of a value share. A failure has an error and no type.
 struct Value::Held {
-  int32_t count = 1;
+  Held(const Type& held_type, const Slot& held_slot) : type(held_type), slot(held_slot) {}
+  explicit Held(std::string why) : error(std::move(why)) {}
+  ~Held() { unlock_slot(type, slot); }
+  Held(const Held&) = delete;
+  Held& operator=(const Held&) = delete;
+
   Type type;
   Slot slot;  // owns a lock on a reference
   std::string error;
@@ -25,7 +30,7 @@ struct Value::Held {
 /// The ways between values and slots.
 struct ValueAccess {
   static Value failure(std::string error) {
-    return Value(new Value::Held{1, {}, {}, std::move(error)});
+    return Value(std::make_shared<const Value::Held>(std::move(error)));
   }
 
   /// Takes over the slot's lock. What a variant carries comes out of it.
@@ -41,10 +46,9 @@ struct ValueAccess {
     }
     const bool nothing = type.kind == Kind::kVoid || type.kind == Kind::kNil ||
                          (type.kind > Kind::kString && !slot.object);
-    return nothing ? Value() : Value(new Value::Held{1, type, slot, {}});
+    return nothing ? Value() : Value(std::make_shared<const Value::Held>(type, slot));
   }
 
-  static const Value::Held* held(const Value& value) { return value.held_; }
   static Type type(const Value& value) {
     return value.held_ ? value.held_->type : Type{Kind::kNil};
   }
@@ -263,20 +267,6 @@ Value::Value(double value)
     : Value(ValueAccess::adopt({Kind::kDouble}, slot_of(&Slot::real, value))) {}
 Value::Value(std::string_view utf8)
     : Value(ValueAccess::adopt({Kind::kString}, slot_of(&Slot::string, make_string(utf8)))) {}
-
-Value::Value(const Value& other) noexcept : held_(other.held_) {
-  if (held_) ++held_->count;
-}
-Value::Value(Value&& other) noexcept : held_(std::exchange(other.held_, nullptr)) {}
-Value& Value::operator=(Value other) noexcept {
-  std::swap(held_, other.held_);
-  return *this;
-}
-Value::~Value() {
-  if (!held_ || --held_->count != 0) return;
-  unlock_slot(held_->type, held_->slot);
-  delete held_;
-}
 
 bool Value::ok() const { return !held_ || held_->type.kind != Kind::kVoid; }
 

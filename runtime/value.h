@@ -5,8 +5,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
+#include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "export.h"
@@ -35,11 +37,6 @@ class KRZ_API Value {
   Value(std::string_view utf8);
   Value(const std::string& utf8) : Value(std::string_view(utf8)) {}
   Value(const char* utf8) : Value(std::string_view(utf8 ? utf8 : "")) {}
-
-  Value(const Value& other) noexcept;
-  Value(Value&& other) noexcept;
-  Value& operator=(Value other) noexcept;
-  ~Value();
 
   /// Whether this is a value and not a failure. Nil is a value.
   bool ok() const;
@@ -86,8 +83,8 @@ class KRZ_API Value {
  private:
   struct Held;
   friend struct ValueAccess;
-  explicit Value(Held* held) noexcept : held_(held) {}
-  Held* held_ = nullptr;
+  explicit Value(std::shared_ptr<const Held> held) noexcept : held_(std::move(held)) {}
+  std::shared_ptr<const Held> held_;  // null is Nil
 };
 
 /// Calls a function of the language ("OpenMovie"), a shared method ("Class.Method"), or reads a

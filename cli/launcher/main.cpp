@@ -42,14 +42,15 @@ bool find_libraries(char (&folder)[PATH_MAX]) {
   const char* rest = KRZ_LIBRARIES;
   if (!find_program(folder) || std::strlen(folder) + sizeof KRZ_LIBRARIES > sizeof folder)
     return false;
+  char* end = nullptr;
   for (;;) {
-    char* const slash = std::strrchr(folder, '/');
-    if (!slash) return false;
-    *slash = '\0';
+    end = std::strrchr(folder, '/');
+    if (!end) return false;
     if (std::strncmp(rest, "../", 3) != 0) break;
+    *end = '\0';
     rest += 3;
   }
-  std::strcat(std::strcat(folder, "/"), rest);
+  std::snprintf(end + 1, sizeof folder - static_cast<size_t>(end + 1 - folder), "%s", rest);
   return true;
 }
 
