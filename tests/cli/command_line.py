@@ -154,7 +154,7 @@ class CommandLine(unittest.TestCase):
             list(document["tracks"][0]),
             ["index", "id", "mediaType", "enabled", "duration", "offset", "width", "height", "layer", "volume", "created",
              "modified", "matrix", "sampleCount", "fileCount", "sampleDescriptions", "isChapterTrack", "chapterTrack",
-             "metaData", "userData", "mediaTimeScale"])
+             "metaData", "userData", "mediaTimeScale", "apertures"])
         self.assertTrue(text.startswith('{\n  "file": '))
 
     def test_unreadable_inputs_are_status_3_with_file_path_and_offset(self):

@@ -3,46 +3,17 @@
 import fcntl
 import json
 import os
-import pathlib
 import random
 import shutil
 import subprocess
 import sys
-import tempfile
 import time
 import unittest
 
-KRZ = os.path.abspath(sys.argv[1])
+from command_test import KRZ, MovieTest, krz
 
 
-def krz(*arguments, cwd=None):
-    return subprocess.run([KRZ, *map(str, arguments)], capture_output=True, text=True, timeout=60, cwd=cwd)
-
-
-class Edits(unittest.TestCase):
-    @classmethod
-    def setUpClass(cls):
-        cls.made = tempfile.TemporaryDirectory()
-        answer = krz("demo", cls.made.name)
-        assert answer.returncode == 0, answer.stderr
-        cls.demo = pathlib.Path(cls.made.name) / "krz-demo.mov"
-
-    @classmethod
-    def tearDownClass(cls):
-        cls.made.cleanup()
-
-    def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.folder = pathlib.Path(folder.name)
-        self.movie = self.folder / "clip.mov"
-        shutil.copy(self.demo, self.movie)
-
-    def good(self, *arguments):
-        answer = krz(*arguments)
-        self.assertEqual(answer.returncode, 0, answer.stderr)
-        return answer.stdout + answer.stderr
-
+class Edits(MovieTest):
     def duration(self, path=None):
         """Of every track, in movie units, as the file says."""
         info = json.loads(self.good("info", "--json", path or self.movie))

@@ -71,6 +71,32 @@ class Maps(unittest.TestCase):
         lefts = [float(box.get("x")) for box in root.iter(SVG + "rect") for hint in box.iter(SVG + "title") if hint.text[1:3] == ". "]
         self.assertAlmostEqual((lefts[1] - lefts[0]) / (lefts[2] - lefts[0]), 3 / 7, places=2)
 
+    def test_it_shows_time_codes_and_clip_masks(self):
+        root, texts, hints = self.drawn(self.movie)
+        for text in ("01:00:00:00", "01:00:09:29", "1  Pictures  →  4  Timecode   tmcd"):
+            self.assertIn(text, texts)
+        script = self.folder / "clip.bas"
+        script.write_text("""
+Dim m As Movie = OpenMovie(Args(0), True)
+Dim mask As New Picture(160, 120)
+mask.Graphics.ForeColor = &cFFFFFF
+mask.Graphics.FillRect(0, 0, 160, 120)
+mask.Graphics.ForeColor = &c000000
+mask.Graphics.FillRect(0, 0, 80, 60)
+m.GetTrackIndexKRZ(1).TrackClipMask = mask
+m.Save
+""")
+        whole = self.filled(root)
+        self.good("run", script, self.movie)
+        root, texts, hints = self.drawn(self.movie)
+        self.assertTrue(any(text.endswith("clipped") for text in texts), texts)
+        self.assertAlmostEqual(self.filled(root) / whole, 1 / 4, places=2)
+
+    def filled(self, root):
+        """The area of the first track in the frame, below the lanes: rows of its shape."""
+        boxes = [box for box in root.iter(SVG + "rect") for hint in box.iter(SVG + "title") if hint.text == "1  Pictures"]
+        return sum(float(box.get("width")) * float(box.get("height")) for box in boxes)
+
     def test_it_shows_edits_gaps_rates_and_frames(self):
         self.edited()
         root, texts, hints = self.drawn(self.movie)

@@ -1,56 +1,14 @@
 #!/usr/bin/env python3
 """krz meta and krz userdata: what they set, find, copy and refuse. usage: metadata.py KRZ"""
 import json
-import os
-import pathlib
-import shutil
 import struct
-import subprocess
 import sys
-import tempfile
 import unittest
 
-KRZ = os.path.abspath(sys.argv[1])
+from command_test import MovieTest, krz
 
 
-def krz(*arguments):
-    return subprocess.run([KRZ, *map(str, arguments)], capture_output=True, text=True, timeout=60)
-
-
-class Metadata(unittest.TestCase):
-    @classmethod
-    def setUpClass(cls):
-        cls.made = tempfile.TemporaryDirectory()
-        answer = krz("demo", cls.made.name)
-        assert answer.returncode == 0, answer.stderr
-        cls.demo = pathlib.Path(cls.made.name) / "krz-demo.mov"
-
-    @classmethod
-    def tearDownClass(cls):
-        cls.made.cleanup()
-
-    def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.folder = pathlib.Path(folder.name)
-        self.movie = self.copy("clip.mov")
-
-    def copy(self, name):
-        shutil.copy(self.demo, self.folder / name)
-        return self.folder / name
-
-    def good(self, *arguments):
-        answer = krz(*arguments)
-        self.assertEqual(answer.returncode, 0, answer.stderr)
-        return answer.stdout
-
-    def refused(self, status, text, *arguments):
-        before = self.movie.read_bytes()
-        answer = krz(*arguments)
-        self.assertEqual(answer.returncode, status, answer.stderr)
-        self.assertIn(text, answer.stderr)
-        self.assertEqual(self.movie.read_bytes(), before)
-
+class Metadata(MovieTest):
     def items(self, *arguments):
         listed = json.loads(self.good("meta", "list", *(arguments or [self.movie]), "--json"))
         return [(i["storageFormat"], i["key"].removeprefix("com.apple.quicktime."), i["value"]) for i in listed]

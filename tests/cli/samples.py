@@ -3,56 +3,24 @@
 import csv
 import io
 import json
-import os
 import pathlib
 import re
 import shutil
 import struct
-import subprocess
 import sys
 import tempfile
 import unittest
 
-KRZ = os.path.abspath(sys.argv[1])
+from command_test import MovieTest, krz
 
 
-def krz(*arguments, text=True, stdout=subprocess.PIPE):
-    return subprocess.run([KRZ, *map(str, arguments)], stdout=stdout, stderr=subprocess.PIPE, text=text, timeout=60)
-
-
-class Samples(unittest.TestCase):
-    @classmethod
-    def setUpClass(cls):
-        cls.made = tempfile.TemporaryDirectory()
-        answer = krz("demo", cls.made.name)
-        assert answer.returncode == 0, answer.stderr
-        cls.demo = pathlib.Path(cls.made.name) / "krz-demo.mov"
-
-    @classmethod
-    def tearDownClass(cls):
-        cls.made.cleanup()
-
+class Samples(MovieTest):
     def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.folder = pathlib.Path(folder.name)
-        self.movie = self.folder / "clip.mov"
-        shutil.copy(self.demo, self.movie)
-        self.tracks = json.loads(self.good("info", "--json", self.movie).stdout)["tracks"]
-
-    def good(self, *arguments, **options):
-        answer = krz(*arguments, **options)
-        self.assertEqual(answer.returncode, 0, answer.stderr)
-        return answer
-
-    def refused(self, status, expected, *arguments):
-        answer = krz(*arguments)
-        self.assertEqual(answer.returncode, status, answer.stderr)
-        self.assertRegex(answer.stderr, expected)
-        self.assertEqual(answer.stderr.count("\n"), 1)
+        super().setUp()
+        self.tracks = json.loads(self.good("info", "--json", self.movie))["tracks"]
 
     def rows(self, *arguments):
-        return json.loads(self.good("samples", "list", self.movie, *arguments, "--json").stdout)
+        return json.loads(self.good("samples", "list", self.movie, *arguments, "--json"))
 
     def test_every_form_of_a_list_says_the_same(self):
         for place, track in enumerate(self.tracks, 1):
@@ -60,10 +28,10 @@ class Samples(unittest.TestCase):
             self.assertEqual([row["number"] for row in rows], list(range(1, track["sampleCount"] + 1)))
             self.assertEqual(list(rows[0]), ["number", "time", "duration", "size", "sync", "description"])
             values = [[int(value) for value in row.values()] for row in rows]
-            listed = csv.reader(io.StringIO(self.good("samples", "list", self.movie, place, "--csv").stdout))
+            listed = csv.reader(io.StringIO(self.good("samples", "list", self.movie, place, "--csv")))
             self.assertEqual(next(listed), list(rows[0]))
             self.assertEqual([[int(value) for value in row] for row in listed], values)
-            text = self.good("samples", "list", self.movie, place).stdout.replace("yes", "1").replace("no ", "0 ")
+            text = self.good("samples", "list", self.movie, place).replace("yes", "1").replace("no ", "0 ")
             self.assertEqual([[int(word) for word in line.split()] for line in text.splitlines()[2:]], values)
 
     def test_a_list_may_be_of_what_is_shown_in_a_while(self):
@@ -113,7 +81,7 @@ class Samples(unittest.TestCase):
         extract = ("samples", "extract", self.movie, "video", "-f", "-o", self.folder / "out")
         for place in (near, far, link):
             shutil.copy(self.demo, place)
-            self.assertEqual(self.good("run", script, self.movie, place).stdout, "0\n")
+            self.assertEqual(self.good("run", script, self.movie, place), "0\n")
             if place != near:
                 self.refused(3, r"far\.mov, outside of the movie's folder; .* --allow-external", *extract)
             self.good(*extract, *(() if place == near else ("--allow-external",)))
@@ -130,7 +98,7 @@ class Samples(unittest.TestCase):
         out = self.folder / "out.bin"
         for place in range(1, len(self.tracks) + 1):
             rows = self.rows(place)
-            data = self.good("samples", "extract", self.movie, place, "-o", "-", text=False).stdout
+            data = self.good("samples", "extract", self.movie, place, "-o", "-", text=False)
             self.assertEqual(len(data), sum(row["size"] for row in rows))
             at, last = 0, len(rows)
             for row in rows[:3]:
@@ -167,7 +135,7 @@ class Samples(unittest.TestCase):
 
     def test_descriptions_are_shown_to_the_last_byte(self):
         whole = self.movie.read_bytes()
-        blocks = self.good("describe", self.movie).stdout.strip().split("\n\n")
+        blocks = self.good("describe", self.movie).strip().split("\n\n")
         self.assertEqual(len(blocks), sum(len(track["sampleDescriptions"]) for track in self.tracks))
         for block, track in zip(blocks, self.tracks):
             self.assertIn(f"track {track['id']} ({track['mediaType']}), description 1 of 1", block)

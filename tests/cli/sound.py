@@ -3,52 +3,14 @@
 import csv
 import io
 import json
-import os
-import pathlib
-import shutil
-import subprocess
 import sys
-import tempfile
 import unittest
 import xml.etree.ElementTree
 
-KRZ = os.path.abspath(sys.argv[1])
+from command_test import MovieTest
 
 
-def krz(*arguments):
-    return subprocess.run([KRZ, *map(str, arguments)], capture_output=True, text=True, timeout=60)
-
-
-class Sound(unittest.TestCase):
-    @classmethod
-    def setUpClass(cls):
-        cls.made = tempfile.TemporaryDirectory()
-        answer = krz("demo", cls.made.name)
-        assert answer.returncode == 0, answer.stderr
-        cls.demo = pathlib.Path(cls.made.name) / "krz-demo.mov"
-
-    @classmethod
-    def tearDownClass(cls):
-        cls.made.cleanup()
-
-    def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.folder = pathlib.Path(folder.name)
-        self.movie = self.folder / "clip.mov"
-        shutil.copy(self.demo, self.movie)
-
-    def good(self, *arguments):
-        answer = krz(*arguments)
-        self.assertEqual(answer.returncode, 0, answer.stderr)
-        return answer.stdout
-
-    def refused(self, status, expected, *arguments):
-        answer = krz(*arguments)
-        self.assertEqual(answer.returncode, status, answer.stderr)
-        self.assertRegex(answer.stderr, expected)
-        self.assertEqual(answer.stderr.count("\n"), 1)
-
+class Sound(MovieTest):
     def shown(self):
         return json.loads(self.good("sound", "show", self.movie, "--json"))[0]
 

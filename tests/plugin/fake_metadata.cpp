@@ -11,8 +11,11 @@ namespace {
 template <class... Arguments>
 int64_t answer(const char* name, Arguments... arguments) {
   std::string call = std::string(name) + "(";
-  const char* comma = "";
-  ((call += comma + std::to_string(static_cast<int64_t>(arguments)), comma = ", "), ...);
+  [[maybe_unused]] const auto add = [&](int64_t argument) {
+    if (!call.ends_with('(')) call += ", ";
+    call += std::to_string(argument);
+  };
+  (add(static_cast<int64_t>(arguments)), ...);
   toolbox().calls.push_back(call + ")");
   return toolbox().answers[name];
 }

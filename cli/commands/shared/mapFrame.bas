@@ -4,20 +4,26 @@ Class FrameShape
   Owner As MapTrack
   Xs(3) As Double      ' corners in the movie's frame, in order around it
   Ys(3) As Double
-  Placing As String    ' how it is turned, "" when it stands as it is stored
+  Placing As String    ' how it is turned and cut, "" when it stands as it is stored
+  Mask As Picture      ' black where the track shows; Nil when it is not cut
   Sub Constructor(owner As MapTrack)
     Self.Owner = owner
+    Dim t As QTTrackKRZ = owner.Track
+    Dim isClipped As Boolean = ClipRegion(t.TrackHandle) <> ""
+    ' What is larger takes more memory than its map is worth.
+    If isClipped And Double(t.Width) * t.Height <= 16777216 Then Mask = t.TrackClipMask
     Dim a, b, u, c, d, v, x, y, w As Integer
-    owner.Track.GetTrackRawMatrix(a, b, u, c, d, v, x, y, w)
+    t.GetTrackRawMatrix(a, b, u, c, d, v, x, y, w)
     For i As Integer = 0 To 3
       Dim across As Double = 0, down As Double = 0
-      If i = 1 Or i = 2 Then across = owner.Track.Width
-      If i >= 2 Then down = owner.Track.Height
+      If i = 1 Or i = 2 Then across = t.Width
+      If i >= 2 Then down = t.Height
       Xs(i) = (across * a + down * c + x) / 65536
       Ys(i) = (across * b + down * d + y) / 65536
     Next
     If b <> 0 Or c <> 0 Then Placing = ", turned"
     If Double(a) * d < Double(b) * c Then Placing = ", mirrored" + Placing
+    If isClipped Then Placing = Placing + ", clipped"
   End Sub
   Function IsUpright() As Boolean
     Return (Xs(0) = Xs(3) And Ys(0) = Ys(1)) Or (Xs(0) = Xs(1) And Ys(0) = Ys(3))
@@ -102,7 +108,7 @@ Class FramePanel
     scale = Min(kAreaWidth / Max(right - left, 1), kAreaHeight / Max(bottom - top, 1))
     c.Text(Format(right - left, "0.##") + " × " + Format(bottom - top, "0.##"), 128, y + 26, 11, &c5B636D)
     For Each shape As FrameShape In shapes
-      If shape.IsUpright Then c.Box(Across(shape.Left), Down(shape.Top), (shape.Right - shape.Left) * scale, (shape.Bottom - shape.Top) * scale, Mixed(shape.Owner.Tint, &cFFFFFF, 0.16), shape.Owner.Name)
+      If shape.IsUpright Then Fill(shape)
     Next
     For i As Integer = 0 To shapes.LastIndex
       DrawOutline(shapes(i), i)
@@ -128,6 +134,54 @@ Class FramePanel
   Private Function Down(y As Double) As Double
     Return Self.y + 40 + (y - top) * scale
   End Function
+
+  ' What the track shows: all of it, or what its mask leaves. Rows of the mask that are alike are one.
+  Private Sub Fill(shape As FrameShape)
+    If shape.Mask Is Nil Then
+      FillPart(shape, 0, 0, 1, 1)
+      Return
+    End If
+    Dim columns As Integer = Min(shape.Mask.Width, 128)
+    Dim rows As Integer = Min(shape.Mask.Height, 120)
+    Dim before As String
+    Dim first As Integer
+    For row As Integer = 0 To rows
+      Dim here As String
+      If row < rows Then here = ShownIn(shape.Mask, (row * 2 + 1) * shape.Mask.Height \ (rows * 2), columns)
+      If row > 0 And here = before And row < rows Then Continue
+      For Each run As String In Split(before, ";")
+        If run <> "" Then FillPart(shape, Val(NthField(run, "-", 1)) / columns, first / rows, Val(NthField(run, "-", 2)) / columns, row / rows)
+      Next
+      before = here
+      first = row
+    Next
+  End Sub
+
+  ' The runs of columns that a row of the mask leaves, "3-7;9-12;".
+  Private Function ShownIn(mask As Picture, y As Integer, columns As Integer) As String
+    Dim surface As RGBSurface = mask.RGBSurface
+    Dim runs As String
+    Dim begin As Integer = -1
+    For i As Integer = 0 To columns
+      Dim shown As Boolean = False
+      If i < columns Then shown = surface.Pixel((i * 2 + 1) * mask.Width \ (columns * 2), y) = &c000000
+      If shown And begin < 0 Then begin = i
+      If Not shown And begin >= 0 Then
+        runs = runs + Str(begin) + "-" + Str(i) + ";"
+        begin = -1
+      End If
+    Next
+    Return runs
+  End Function
+
+  ' Fills a part of the track, given from 0 to 1 across and down as it is stored.
+  Private Sub FillPart(shape As FrameShape, x1 As Double, y1 As Double, x2 As Double, y2 As Double)
+    Dim alongX As Double = shape.Xs(1) - shape.Xs(0), alongY As Double = shape.Ys(1) - shape.Ys(0)
+    Dim downX As Double = shape.Xs(3) - shape.Xs(0), downY As Double = shape.Ys(3) - shape.Ys(0)
+    Dim ax As Double = Across(shape.Xs(0) + alongX * x1 + downX * y1), bx As Double = Across(shape.Xs(0) + alongX * x2 + downX * y2)
+    Dim ay As Double = Down(shape.Ys(0) + alongY * x1 + downY * y1), by As Double = Down(shape.Ys(0) + alongY * x2 + downY * y2)
+    c.Box(Min(ax, bx), Min(ay, by), Abs(bx - ax), Abs(by - ay), Mixed(shape.Owner.Tint, &cFFFFFF, 0.16), shape.Owner.Name)
+  End Sub
 
   ' Outlines lie over all that is filled, so that what another track hides is seen, too.
   Private Sub DrawOutline(shape As FrameShape, index As Integer)

@@ -149,10 +149,24 @@ Class Timeline
     If label <> "" Then c.Box(x, y + 31, width, 5, &cD0433B)
     Dim text As String
     If mediaStart > 0 And scale > 0 Then text = "from " + ShortClock(mediaStart, scale)
+    If one.Track.MediaType = "tmcd" Then
+      text = TimeCodeAt(one.Track, start)
+      Dim last As String = TimeCodeAt(one.Track, start + duration - 1)
+      If last <> "" And width > c.Wide(text + last, 10) + 40 Then c.Text(last, x + width - 6, y + 26, 10, one.Ink, False, "end")
+    End If
     If label <> "" And text <> "" Then text = label + "  " + text
     If text = "" Then text = label
     If width > 40 Then c.Text(c.Fitted(text, 10, width - 12), x + 6, y + 26, 10, one.Ink)
   End Sub
+
+  ' What a timecode track shows at a time of the movie; "" where it shows nothing.
+  Private Function TimeCodeAt(t As QTTrackKRZ, time As Integer) As String
+    Dim mediaTime As Integer = TrackMediaTime(t.TrackHandle, time)
+    If mediaTime < 0 Then Return ""
+    Dim shown As QTTimeCodeKRZ = t.TimeCodeAtTime(mediaTime)
+    If shown Is Nil Then Return ""
+    Return t.TimeCodeToString(shown)
+  End Function
 
   ' "0:03", "1:02:03.5": no hours and no thousandths where there are none.
   Private Function ShortClock(time As Int64, scale As Integer) As String
