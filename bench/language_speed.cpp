@@ -14,6 +14,7 @@
 #include <fstream>
 
 #include "language/script.h"
+#include "registry/registry.h"
 #include "runtime.h"
 
 extern char** environ;

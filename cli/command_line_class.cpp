@@ -1,6 +1,7 @@
 #include "command_line_class.h"
 
 #include "object/string.h"
+#include "registry/registry.h"
 #include "runtime.h"
 #include "terminal.h"
 

@@ -87,6 +87,9 @@ int print_version() {
   const bool present = access(module.c_str(), R_OK) == 0;
   std::printf("krz %s\nplug-in %s%s\ntoolbox %s\n", KRZ_VERSION, module.c_str(),
               present ? "" : " (missing)", ToolboxVersion());
+  // Without them everything but drawing works, so the status stays.
+  const bool draws = ToolboxCheckFrameworks() == noErr;
+  std::printf("frameworks %s\n", draws ? "present" : ToolboxErrorDetail());
   return present ? kDone : kFailed;
 }
 

@@ -1,4 +1,4 @@
-// The command krz: finds the command that the first word names and runs it.
+// The command line: finds the command that the first word names and runs it.
 #include <unistd.h>
 
 #include <string>
@@ -134,6 +134,7 @@ int dispatch(std::span<char*> words) {
 
 }  // namespace cli
 
-int main(int argc, char** argv) {
+/// What the program calls once this library is loaded.
+extern "C" __attribute__((visibility("default"))) int krz_command(int argc, char** argv) {
   return cli::dispatch(std::span<char*>(argv, static_cast<size_t>(argc)).subspan(argc > 0 ? 1 : 0));
 }

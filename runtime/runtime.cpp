@@ -1,6 +1,7 @@
 #include "runtime.h"
 
 #include <dlfcn.h>
+#include <limits.h>
 #include <unistd.h>
 
 #include <cassert>
@@ -12,6 +13,7 @@
 #include "object/exceptions.h"
 #include "object/memory_budget.h"
 #include "object/object.h"
+#include "registry/registry.h"
 
 namespace krz {
 
@@ -28,6 +30,12 @@ void write_all(int file, std::string_view text) {
     if (written <= 0) return;
     text.remove_prefix(static_cast<size_t>(written));
   }
+}
+
+/// What to do is the same whatever is wrong with a module.
+std::string refused(const std::string& path, const std::string& reason) {
+  return "module \"" + path + "\" " + reason +
+         "; install krz again, or set KRZ_MODULE to the path of a module that fits";
 }
 
 }  // namespace
@@ -69,27 +77,27 @@ Runtime& Runtime::current() {
 
 std::string Runtime::load_module(const std::string& path) {
   if (access(path.c_str(), F_OK) != 0) {
-    return "module \"" + path + "\" does not exist; set KRZ_MODULE to the module's path";
+    return refused(path, "does not exist");
   }
   // A name without a slash would be looked for in the system's library folders.
   const std::string file = path.find('/') == std::string::npos ? "./" + path : path;
   void* const module = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
   if (!module) {
     const char* const reason = dlerror();
-    return "module \"" + path + "\" cannot be loaded: " + (reason ? reason : "no reason given");
+    return refused(path, std::string("cannot be loaded: ") + (reason ? reason : "no reason given"));
   }
   using Main = void (*)(REALResolver);
   const auto entry = reinterpret_cast<Main>(dlsym(module, "REALPluginMain"));
   if (!entry) {
     dlclose(module);
-    return "module \"" + path + "\" is no module for this runtime: it has no REALPluginMain";
+    return refused(path, "is no module for this runtime: it has no REALPluginMain");
   }
   set_announced_version(kPluginInterfaceVersion);
   entry(&resolve_entry);
   state_->modules.push_back(module);
   if (const int32_t version = announced_version(); version != kPluginInterfaceVersion) {
-    return "module \"" + path + "\" speaks interface version " + std::to_string(version) +
-           ", this runtime speaks " + std::to_string(kPluginInterfaceVersion);
+    return refused(path, "speaks interface version " + std::to_string(version) +
+                             ", this runtime speaks " + std::to_string(kPluginInterfaceVersion));
   }
   return {};
 }
@@ -100,7 +108,9 @@ std::string Runtime::default_module_path() {
   if (!dladdr(reinterpret_cast<void*>(&Runtime::default_module_path), &here) || !here.dli_fname) {
     return "krz/krz-movie.so";
   }
-  const std::string_view file = here.dli_fname;
+  // Links are followed: the module lies beside the library itself.
+  char real[PATH_MAX];
+  const std::string_view file = realpath(here.dli_fname, real) ? real : here.dli_fname;
   const size_t slash = file.rfind('/');
   const std::string_view folder = slash == std::string_view::npos ? "." : file.substr(0, slash);
   return std::string(folder) + "/krz/krz-movie.so";

@@ -2,6 +2,8 @@
 // scripts.
 #pragma once
 
+#include <krz/abi.h>
+
 #include <functional>
 #include <memory>
 #include <set>
@@ -10,9 +12,10 @@
 #include <vector>
 
 #include "export.h"
-#include "registry/registry.h"
 
 namespace krz {
+
+class Registry;
 
 struct RuntimeOptions {
   /// What "REALGetRBVersion" answers.
@@ -42,7 +45,8 @@ struct RuntimeOptions {
   std::vector<std::string> arguments;
 };
 
-/// One host. There is one at a time in a process; several one after another are fine.
+/// One host. There is one at a time in a process; several one after another are fine. Everything of
+/// it is used on one thread.
 class KRZ_API Runtime {
  public:
   explicit Runtime(RuntimeOptions options);
@@ -53,14 +57,17 @@ class KRZ_API Runtime {
   /// The runtime that lives now. REQUIRES: there is one.
   static Runtime& current();
 
-  /// Loads a module and lets it register. Returns what is wrong with it, empty when it is loaded:
-  /// the file, and what to do.
+  /// Loads a module and lets it register; it stays as long as the runtime. Returns what is wrong
+  /// with it, empty when it is loaded: the file, and what to do. Scripts do not see the classes of
+  /// a module that was refused for its interface version.
   std::string load_module(const std::string& path);
 
   /// Path of the module that ships with the runtime: beside the runtime library, or where
   /// KRZ_MODULE says.
   static std::string default_module_path();
 
+  /// All classes and functions that scripts can name (registry/registry.h, which is not installed:
+  /// programs use value.h, and add classes and functions with a module).
   Registry& registry();
   const RuntimeOptions& options() const;
 

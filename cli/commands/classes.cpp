@@ -9,6 +9,7 @@
 #include "language/names.h"
 #include "reference/class_members.h"
 #include "reference/class_reference.h"
+#include "registry/registry.h"
 #include "runtime.h"
 
 namespace cli {

@@ -15,7 +15,7 @@ Try
   If record = "" Then Fail("track " + Str(t.TrackID) + " is not cut; krz clip set cuts it", 1)
   mask = t.TrackClipMask
   If mask Is Nil And (t.Width < 1 Or t.Height < 1) Then Fail("track " + Str(t.TrackID) + " has no size, so there is no mask; krz track set --size gives it one", 1)
-  If mask Is Nil Then Fail("the mask cannot be drawn: the folder of frameworks is missing; KRZ_FRAMEWORKS names another", 1)
+  If mask Is Nil Then Fail("the mask cannot be drawn: " + System.DrawingProblem, 1)
 Catch e As UsageError
   Fail(e.Message, 2)
 Catch e As IOException

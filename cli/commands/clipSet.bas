@@ -26,5 +26,7 @@ Sub Cut(t As QTTrackKRZ)
   t.TrackClipMask = mask
   If t.Lasterror <> 0 Then Fail(name + " cannot be cut: " + MovieFailure, 1)
   ' Where no region can be made of a mask, the module leaves the track uncut.
-  If ClipRegion(t.TrackHandle) = "" Then Fail("no region can be made of " + Args(2) + ": it has more edges than 64 KiB hold (take a simpler mask), or the folder of frameworks is missing (KRZ_FRAMEWORKS names another)", 1)
+  If ClipRegion(t.TrackHandle) <> "" Then Return
+  If System.DrawingProblem <> "" Then Fail("no region can be made of " + Args(2) + ": " + System.DrawingProblem, 1)
+  Fail("no region can be made of " + Args(2) + ": it has more edges than 64 KiB hold; take a simpler mask", 1)
 End Sub

@@ -4,6 +4,7 @@
 #include "object/object.h"
 #include "registry/declaration.h"
 #include "registry/invoke.h"
+#include "registry/registry.h"
 #include "runtime.h"
 
 namespace krz {

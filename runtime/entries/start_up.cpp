@@ -1,6 +1,7 @@
 // Host services that a module calls while it is being loaded.
 #include "entries/entries.h"
 #include "entries/entry_table.h"
+#include "registry/registry.h"
 #include "runtime.h"
 
 namespace krz {
@@ -16,12 +17,15 @@ bool in_runtime() { return Runtime::current().options().in_runtime; }
 // The toolbox needs no start-up of its own: 0 says that all is well.
 int32_t enter_movies() { return 0; }
 
+// What a module of another version hands over cannot be understood; it is refused when it returns.
+bool is_refused() { return g_announced_version != kPluginInterfaceVersion; }
+
 void register_class(REALclassDefinition* definition) {
-  if (definition) Runtime::current().registry().register_class(*definition);
+  if (definition && !is_refused()) Runtime::current().registry().register_class(*definition);
 }
 
 void register_class_extension(REALclassDefinition* definition) {
-  if (definition) Runtime::current().registry().register_extension(*definition);
+  if (definition && !is_refused()) Runtime::current().registry().register_extension(*definition);
 }
 
 const HostEntry kEntries[] = {

@@ -6,6 +6,7 @@
 #include "language/includes.h"
 #include "language/machine.h"
 #include "language/parser.h"
+#include "registry/registry.h"
 #include "runtime.h"
 
 namespace krz {

@@ -10,6 +10,7 @@
 #include "language/shown_value.h"
 #include "object/exceptions.h"
 #include "object/memory_budget.h"
+#include "registry/registry.h"
 #include "runtime.h"
 
 namespace krz {

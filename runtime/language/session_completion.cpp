@@ -3,6 +3,7 @@
 
 #include "language/parser.h"
 #include "language/session_state.h"
+#include "registry/registry.h"
 #include "runtime.h"
 
 namespace krz {

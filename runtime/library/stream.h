@@ -9,6 +9,7 @@
 #include "object/exceptions.h"
 #include "object/object.h"
 #include "object/string.h"
+#include "registry/registry.h"
 #include "runtime.h"
 
 namespace krz {

@@ -1,4 +1,6 @@
 // What scripts see of the process: the clock, the environment and the standard streams.
+#include <Toolbox/Toolbox.h>
+
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
@@ -62,9 +64,15 @@ void write_output_line(REALstring text) {
 void write_error_line(REALstring text) { Runtime::current().write_error(string_utf8(text) + "\n"); }
 void flush_output() { Runtime::current().flush_output(); }
 
+// What keeps scripts from drawing and from knowing fonts; empty when nothing does.
+REALstring drawing_problem() {
+  return make_string(ToolboxCheckFrameworks() == noErr ? "" : ToolboxErrorDetail());
+}
+
 MethodEntry g_system_methods[] = {
     KRZ_SHARED(environment_variable, "EnvironmentVariable(name as string) as string"),
     KRZ_SHARED(version, "Version as string"),
+    KRZ_SHARED(drawing_problem, "DrawingProblem as string"),
 };
 
 MethodEntry g_output_methods[] = {

@@ -2,6 +2,7 @@
 
 #include <ApplicationServices/TextDrawing.h>
 #include <CoreFoundation/CoreFoundation.h>
+#include <Toolbox/Toolbox.h>
 
 #include "object/exceptions.h"
 
@@ -38,9 +39,9 @@ DrawText* load() {
 double run(const DrawingState& state, std::string_view text, ToolboxGlyphProc proc, void* context) {
   static DrawText* const kDrawText = load();
   if (!kDrawText) {
+    ToolboxCheckFrameworks();
     raise_exception("UnsupportedFormatException",
-                    "text cannot be drawn: the framework ApplicationServices cannot be loaded; "
-                    "install FreeType and fontconfig (Debian: libfreetype6, libfontconfig1)");
+                    std::string("text cannot be drawn: ") + ToolboxErrorDetail());
     return 0;
   }
   const ToolboxTextStyle style{state.text_font.c_str(), state.text_size, state.bold};

@@ -119,7 +119,7 @@ class CommandLine(unittest.TestCase):
     def test_version_names_plug_in_and_toolbox(self):
         answer = krz("--version")
         self.assertEqual(answer.returncode, 0)
-        self.assertRegex(answer.stdout, r"^krz \d+\.\d+\.\d+\nplug-in /.*krz-movie\.so\ntoolbox \d+\.\d+\.\d+\n$")
+        self.assertRegex(answer.stdout, r"^krz \d+\.\d+\.\d+\nplug-in /.*krz-movie\.so\ntoolbox \d+\.\d+\.\d+\nframeworks present\n$")
 
     def test_demonstration_is_made_once_and_never_overwrites(self):
         again = krz("demo", self.path)

@@ -3,6 +3,7 @@
 
 #include "integration/whole_system.h"
 #include "registry/class_info.h"
+#include "registry/registry.h"
 
 namespace krz::test {
 namespace {

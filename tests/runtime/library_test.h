@@ -7,26 +7,28 @@
 namespace krz {
 
 /// A value with its type, owned.
-class Value {
+class TestValue {
  public:
-  Value() = default;
-  Value(const char* text) : type_{Kind::kString} { slot_.string = make_string(text); }
-  Value(std::string_view bytes, uint32_t text_encoding) : type_{Kind::kString} {
+  TestValue() = default;
+  TestValue(const char* text) : type_{Kind::kString} { slot_.string = make_string(text); }
+  TestValue(std::string_view bytes, uint32_t text_encoding) : type_{Kind::kString} {
     slot_.string = make_string(bytes, text_encoding);
   }
-  Value(int number) : type_{Kind::kInteger} { slot_.integer = number; }
-  Value(int64_t number) : type_{Kind::kInt64} { slot_.int64 = number; }
-  Value(double number) : type_{Kind::kDouble} { slot_.real = number; }
-  Value(bool value) : type_{Kind::kBoolean} { slot_.boolean = value; }
-  Value(REALobject object)
+  TestValue(int number) : type_{Kind::kInteger} { slot_.integer = number; }
+  TestValue(int64_t number) : type_{Kind::kInt64} { slot_.int64 = number; }
+  TestValue(double number) : type_{Kind::kDouble} { slot_.real = number; }
+  TestValue(bool value) : type_{Kind::kBoolean} { slot_.boolean = value; }
+  TestValue(REALobject object)
       : type_{Kind::kObject, Kind::kVoid, 0, object ? object->class_info : nullptr} {
     slot_.object = object;
     lock_object(object);
   }
-  Value(Type type, Slot slot) : type_(type), slot_(slot) {}  // takes the lock over
-  Value(const Value& other) : type_(other.type_), slot_(other.slot_) { lock_slot(type_, slot_); }
-  Value& operator=(const Value&) = delete;
-  ~Value() { unlock_slot(type_, slot_); }
+  TestValue(Type type, Slot slot) : type_(type), slot_(slot) {}  // takes the lock over
+  TestValue(const TestValue& other) : type_(other.type_), slot_(other.slot_) {
+    lock_slot(type_, slot_);
+  }
+  TestValue& operator=(const TestValue&) = delete;
+  ~TestValue() { unlock_slot(type_, slot_); }
 
   const Type& type() const { return type_; }
   const Slot& slot() const { return slot_; }
@@ -50,6 +52,8 @@ class Value {
 
 class LibraryTest : public HostTest {
  protected:
+  using Value = TestValue;
+
   Value call(const char* function, const std::vector<Value>& arguments) {
     return call_best(registry().find_functions(function), nullptr, function, arguments);
   }

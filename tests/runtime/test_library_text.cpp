@@ -6,7 +6,7 @@ namespace {
 
 struct Case {
   const char* function;
-  std::vector<Value> arguments;
+  std::vector<TestValue> arguments;
   const char* expected;
 };
 

@@ -18,6 +18,7 @@
 #include "language/script.h"
 #include "object/object.h"
 #include "object/string.h"
+#include "registry/registry.h"
 #include "runtime.h"
 
 namespace krz::test {

@@ -6,6 +6,7 @@
 
 #include "calls/guard.h"
 #include "calls/references.h"
+#include "foundation/frameworks.h"
 #include "movie/verify.h"
 
 using namespace toolbox::calls;
@@ -75,3 +76,5 @@ TOOLBOX_CALL OSErr ToolboxDigestFirstSamples(Track track, uint32_t count, char d
     return {};
   });
 }
+
+TOOLBOX_CALL OSErr ToolboxCheckFrameworks(void) { return guarded(toolbox::check_frameworks); }

@@ -48,11 +48,15 @@ class FoundationBundle : public FoundationObject {
   /// Loads the code; true also when it is loaded already.
   bool load();
 
+  /// Why the code could not be loaded, the file named; empty when it was.
+  const std::string& problem() const { return problem_; }
+
   /// A function of the loaded code; null when there is none.
   void* find_function(const std::string& name) const;
 
  private:
   std::string path_;
+  std::string problem_;
   void* image_ = nullptr;  // never unloaded: callers keep its functions
 };
 

@@ -11,7 +11,7 @@
 #define KRZ_QUICKTIME_MOVIES_H
 
 #include <ApplicationServices/QuickDraw.h>
-#include <Carbon/MacTypes.h>
+#include <Carbon/Files.h>
 
 #ifdef __cplusplus
 extern "C" {

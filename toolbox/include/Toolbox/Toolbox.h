@@ -237,6 +237,11 @@ void DisposeMovie(Movie movie);
    to try next. Never null; valid until the next toolbox call of this thread. */
 const char* ToolboxErrorDetail(void);
 
+/* Whether the framework bundles can be loaded, in which drawing and fonts are, and loads them. Without
+   them the calls of ApplicationServices/QuickDraw.h cannot be had; all others can.
+   Fails: fnfErr; ToolboxErrorDetail() names the file or folder and says what to do. */
+OSErr ToolboxCheckFrameworks(void);
+
 /* File records that stand for a path. Both are tokens into a table that lives as long as the
    process; equal paths give equal tokens. `path`: UTF-8; made absolute, not resolved. The file need
    not exist for an FSSpec. Fails: paramErr for a null argument, fnfErr when ToolboxMakeFSRef finds
