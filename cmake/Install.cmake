@@ -36,7 +36,7 @@ endforeach()
 # For people. Manual pages and completions are installed where the build has made them: man/*.1, and in completions/
 # the zsh function `_krz` and the bash file.
 install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install(DIRECTORY docs examples DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(DIRECTORY docs examples editors DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(DIRECTORY ${CMAKE_BINARY_DIR}/man/ DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 OPTIONAL
   FILES_MATCHING PATTERN "*.1")
 install(DIRECTORY ${CMAKE_BINARY_DIR}/completions/ DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions OPTIONAL

@@ -19,6 +19,8 @@ namespace cli {
 
 namespace {
 
+constexpr char kControlD = 4;
+
 size_t characters_in(std::string_view text) {
   return static_cast<size_t>(std::count_if(text.begin(), text.end(), [](char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0) != 0x80;
@@ -106,8 +108,15 @@ class EditingReader final : public LineReader {
 
   static char* prompt_of(EditLine* editor) { return reader_of(editor).prompt_.data(); }
 
+  /// Ctrl-D, typed on an empty line while something ran, has become a zero byte on its way through
+  /// the terminal's two modes.
+  static bool is_early_end(EditLine* editor, char byte) {
+    const LineInfo* info = libedit()->line(editor);
+    return byte == 0 && info->lastchar == info->buffer;
+  }
+
   /// One character from the terminal. The library's own function would go on after Ctrl-C.
-  static int read_character(EditLine*, wchar_t* character) {
+  static int read_character(EditLine* editor, wchar_t* character) {
     mbstate_t state{};
     for (;;) {
       if (!wait_for_input()) return -1;
@@ -115,6 +124,7 @@ class EditingReader final : public LineReader {
       const ssize_t count = ::read(STDIN_FILENO, &byte, 1);
       if (count < 0 && errno == EINTR) continue;
       if (count <= 0) return static_cast<int>(count);
+      if (is_early_end(editor, byte)) byte = kControlD;
       const size_t length = std::mbrtowc(character, &byte, 1, &state);
       if (length == static_cast<size_t>(-2)) continue;  // not all of it yet
       if (length == static_cast<size_t>(-1)) *character = L'?';

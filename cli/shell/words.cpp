@@ -4,6 +4,7 @@
 
 #include "commands/scripts.h"
 #include "reference/class_members.h"
+#include "registry/registry.h"
 #include "runtime.h"
 
 namespace cli {

@@ -48,12 +48,21 @@ class Terminal:
         self.wait_for("krz> ")
         self.type(line + "\n")
 
-    def status(self):
-        try:
-            while os.read(self.descriptor, 65536):
-                pass
-        except OSError:
-            pass
+    def status(self, seconds=30):
+        """How the session ends, which it is to do by itself."""
+        end = time.monotonic() + seconds
+        while select.select([self.descriptor], [], [], max(0, end - time.monotonic()))[0]:
+            try:
+                more = os.read(self.descriptor, 65536)
+            except OSError:
+                break
+            if not more:
+                break
+            self.text += more.decode(errors="replace")
+        else:
+            os.kill(self.child, signal.SIGKILL)
+            os.waitpid(self.child, 0)
+            raise AssertionError(f"the session does not end; it has said {self.text!r}")
         os.close(self.descriptor)
         return os.waitstatus_to_exitcode(os.waitpid(self.child, 0)[1])
 

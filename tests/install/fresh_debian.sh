@@ -38,6 +38,19 @@ echo "== with /proc, elsewhere, through a link"
 mount -t proc proc "$root/proc"
 inside ln -s /usr/bin/krz /tmp/link
 inside /tmp/link info /tmp/krz-demo.mov
+echo "== manual pages and completion"
+# Small images leave manual pages out; a person's system has them.
+inside sh -c 'sed -i "/usr\/share\/man/d" /etc/dpkg/dpkg.cfg.d/* 2>/dev/null || true'
+inside apt-get install -y -qq --no-install-recommends man-db bash-completion >/dev/null
+inside sh -c 'man krz | head -n 4; man krz-chapters | grep -m 1 "krz chapters import"'
+inside bash -c '
+  . /usr/share/bash-completion/bash_completion
+  _completion_loader krz
+  COMP_WORDS=(krz chapters im) COMP_CWORD=2 COMP_LINE="krz chapters im" COMP_POINT=15
+  function_name=$(complete -p krz | sed "s/.*-F \([^ ]*\).*/\1/")
+  "$function_name" krz im chapters
+  printf "completed: %s\n" "${COMPREPLY[*]}"
+  [ "${COMPREPLY[*]}" = import ] || [ "${COMPREPLY[0]% }" = import ]'
 echo "== a C program over the toolbox"
 inside apt-get install -y -qq --no-install-recommends gcc libc6-dev pkg-config >/dev/null
 inside sh -c 'gcc /tmp/toolbox_caller.c -o /tmp/caller $(pkg-config --cflags --libs krz-toolbox) && /tmp/caller /tmp/krz-demo.mov'

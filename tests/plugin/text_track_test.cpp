@@ -71,9 +71,13 @@ class TextTracks : public PluginTest {
     return handle;
   }
 
-  static bool called(const std::string& call) {
+  static testing::AssertionResult called(const std::string& call) {
     const Calls& calls = toolbox().calls;
-    return std::find(calls.begin(), calls.end(), call) != calls.end();
+    if (std::find(calls.begin(), calls.end(), call) != calls.end()) {
+      return testing::AssertionSuccess() << call << " was called";
+    }
+    return testing::AssertionFailure() << call << " is not among "
+                                       << testing::PrintToString(calls);
   }
 
   REALmovieStruct* movie_ = nullptr;
