@@ -30,11 +30,11 @@ RGBColor color_of(uint32_t color) {
 }
 
 Style style_of(const QTChapterDataClassData& chapter) {
-  const Boolean bits[] = {chapter.bold,   chapter.italic,   chapter.underline, chapter.outline,
-                          chapter.shadow, chapter.condense, chapter.extend};
-  unsigned style = 0;
-  for (unsigned i = 0; i < std::size(bits); ++i) style |= (bits[i] ? 1u : 0u) << i;
-  return static_cast<Style>(style);
+  const auto bit = [](Boolean is_set, unsigned value) { return is_set ? value : 0u; };
+  return static_cast<Style>(bit(chapter.bold, 0x01) | bit(chapter.italic, 0x02) |
+                            bit(chapter.underline, 0x04) | bit(chapter.outline, 0x08) |
+                            bit(chapter.shadow, 0x10) | bit(chapter.condense, 0x20) |
+                            bit(chapter.extend, 0x40));
 }
 
 Rect box_of(const QTChapterDataClassData& chapter, const Reference& reference) {

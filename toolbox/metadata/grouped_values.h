@@ -53,7 +53,7 @@ class GroupedValues {
 
   void forget(ItemId id) { places_.erase(id); }
 
-  void erase(const Place& place) {
+  void erase(Place place) {  // a copy: the one in here goes first
     places_.erase(place.value->id);
     place.group->values.erase(place.value);
   }
