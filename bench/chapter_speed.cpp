@@ -7,9 +7,9 @@
 #include <functional>
 #include <string>
 
-#include "saving/saving.h"
 #include "movies.h"
 #include "process.h"
+#include "saving/saving.h"
 
 namespace bench {
 
@@ -106,22 +106,23 @@ ChapterSpeed measure_chapters(const fs::path& krz, const fs::path& folder) {
     // Length, byte-order mark, the title in two bytes a character, and the extension that says so.
     samples += 2 + 2 + 2 * title(i).size() + 12;
   }
-  speed.extra_bytes = fs::file_size(movie) - fs::file_size(source) - movie_atom_bytes(movie) - samples;
+  speed.extra_bytes =
+      fs::file_size(movie) - fs::file_size(source) - movie_atom_bytes(movie) - samples;
 
   speed.list = least_of([&] {
     return time_of({"krz chapters list", {krz.string(), "chapters", "list", movie.string()}});
   });
   speed.ffprobe = least_of([&] {
-    return time_of({"ffprobe -show_chapters",
-                    {"ffprobe", "-v", "quiet", "-show_chapters", movie.string()}});
+    return time_of(
+        {"ffprobe -show_chapters", {"ffprobe", "-v", "quiet", "-show_chapters", movie.string()}});
   });
   const fs::path other = folder / "ffmpeg.mov";
   const fs::path list = write_ffmpeg_list(folder, kChapters);
   speed.ffmpeg = least_of([&] {
-    return time_of({"ffmpeg -map_chapters",
-                    {"ffmpeg", "-v", "quiet", "-y", "-i", source.string(), "-i", list.string(),
-                     "-map", "0", "-map_metadata", "1", "-map_chapters", "1", "-c", "copy",
-                     other.string()}});
+    return time_of(
+        {"ffmpeg -map_chapters",
+         {"ffmpeg", "-v", "quiet", "-y", "-i", source.string(), "-i", list.string(), "-map", "0",
+          "-map_metadata", "1", "-map_chapters", "1", "-c", "copy", other.string()}});
   });
   for (const fs::path& path : {source, movie, other}) fs::remove(path);
   return speed;

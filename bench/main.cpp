@@ -94,8 +94,8 @@ int main(int argc, char** argv) {
   std::printf("  %-44s %9.2f ms   12 GiB %9.2f ms   %llu bytes beyond the movie atom\n",
               "a title set in a two-hour movie, 12 MiB", title.set_small, title.set_large,
               static_cast<unsigned long long>(title.extra_bytes));
-  std::printf("  %-44s %9.2f ms   AtomicParsley %9.2f ms   exiftool %9.2f ms\n\n",
-              "krz meta set", title.krz, title.atomic_parsley, title.exiftool);
+  std::printf("  %-44s %9.2f ms   AtomicParsley %9.2f ms   exiftool %9.2f ms\n\n", "krz meta set",
+              title.krz, title.atomic_parsley, title.exiftool);
   const bench::ChapterSpeed chapters = bench::measure_chapters(krz, folder);
   std::printf("  %-44s %9.2f ms   ffmpeg %9.2f ms   %llu bytes beyond samples and movie atom\n",
               "2,000 chapters imported, two hours, 12 MiB", chapters.import, chapters.ffmpeg,

@@ -138,7 +138,8 @@ double add_many(const fs::path& folder) {
     }
   }
   int walked = 0;
-  for (auto item = metadata.next(0, {}); item.ok(); item = metadata.next(item.value(), {})) ++walked;
+  for (auto item = metadata.next(0, {}); item.ok(); item = metadata.next(item.value(), {}))
+    ++walked;
   const toolbox::Status saved = toolbox::save_movie(*movie);
   const auto end = std::chrono::steady_clock::now();
   if (walked < kItems / 3 * 3 || !saved.ok()) {

@@ -13,7 +13,7 @@ struct MetadataSpeed {
   double set_large = 0;      // 12 GiB of media data, in a sparse file
   uint64_t extra_bytes = 0;  // written beyond the movie atom
 
-  double many_items = 0;     // 100,000 added to another movie, walked and saved
+  double many_items = 0;  // 100,000 added to another movie, walked and saved
 
   // As whole processes, krz without flushes. 0 for a tool that is not installed.
   double krz = 0;

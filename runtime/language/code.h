@@ -152,12 +152,12 @@ enum class Op : uint16_t {
   kForStepS,
 
   // Objects and calls. The registers of arguments follow, four to a word.
-  kNew,          // a = an instance of classes[b]
-  kCallMethod,   // a = methods[b](receiver c, …)
-  kCallSetter,   // methods[b](receiver c, …) = a
-  kGetProperty,  // a = c.properties[b]
-  kSetProperty,  // c.properties[b] = a
-  kCallRoutine,  // a = functions[b](…), c arguments
+  kNew,             // a = an instance of classes[b]
+  kCallMethod,      // a = methods[b](receiver c, …)
+  kCallSetter,      // methods[b](receiver c, …) = a
+  kGetProperty,     // a = c.properties[b]
+  kSetProperty,     // c.properties[b] = a
+  kCallRoutine,     // a = functions[b](…), c arguments
   kCallVirtual,     // a = method number b of the first argument's class, c arguments
   kGetFieldNumber,  // a = slot c of the instance b
   kGetFieldString,

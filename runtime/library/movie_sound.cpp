@@ -18,7 +18,8 @@ namespace krz {
 
 namespace {
 
-/// The most levels that are handed to a script at once, and the most intervals, which may have none.
+/// The most levels that are handed to a script at once, and the most intervals, which may have
+/// none.
 constexpr size_t kMostBytes = 64 << 20;
 constexpr uint32_t kMostIntervals = 1 << 23;
 

@@ -22,11 +22,12 @@ struct Toolbox {
   std::vector<TimeValue> sample_times;  // where samples begin; empty: found_time is all there is
   std::vector<std::string> texts;       // the bytes of added text samples
   std::vector<std::string> looks;       // and how they are to be drawn
-  // Of every time code; the last one that was handed over. Aligned, as references to them are taken.
+  // Of every time code; the last one that was handed over. Aligned, as references to them are
+  // taken.
   alignas(4) TimeCodeDef time_code_definition = {};
   alignas(4) TimeCodeRecord time_code_record = {};
-  TCTextOptions display_options = {};     // likewise
-  std::string added_sample;               // the bytes of the last one, and of its description
+  TCTextOptions display_options = {};  // likewise
+  std::string added_sample;            // the bytes of the last one, and of its description
   std::string added_description;
   std::map<std::string, void*> frameworks;  // their routines by name; empty: no framework is there
   int foundation_objects = 0;               // strings, URLs and bundles that are not released

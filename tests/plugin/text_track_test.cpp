@@ -76,8 +76,7 @@ class TextTracks : public PluginTest {
     if (std::find(calls.begin(), calls.end(), call) != calls.end()) {
       return testing::AssertionSuccess() << call << " was called";
     }
-    return testing::AssertionFailure() << call << " is not among "
-                                       << testing::PrintToString(calls);
+    return testing::AssertionFailure() << call << " is not among " << testing::PrintToString(calls);
   }
 
   REALmovieStruct* movie_ = nullptr;

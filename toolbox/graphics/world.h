@@ -7,8 +7,8 @@
 #include <memory>
 
 #include "graphics/font_measures.h"
-#include "memory/pixel_memory.h"
 #include "graphics/pixels.h"
+#include "memory/pixel_memory.h"
 #include "memory/tokens.h"
 
 /// What a pixel map handle leads to. It begins as a bitmap does, so that callers can take it for

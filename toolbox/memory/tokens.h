@@ -37,8 +37,8 @@ namespace tokens {
 /// 2^32 and above, which a caller can only have made up, are no tokens either.
 void* find(Kind kind, uint64_t number);
 
-/// Number of live tokens of all kinds but the foundation's: a framework stays loaded, and its bundle
-/// is kept, as long as the process lives.
+/// Number of live tokens of all kinds but the foundation's: a framework stays loaded, and its
+/// bundle is kept, as long as the process lives.
 uint32_t live_count();
 
 }  // namespace tokens

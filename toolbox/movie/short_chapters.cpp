@@ -66,7 +66,8 @@ Status set_short_chapters(Movie& movie, ByteView entries) {
   const bool has_list = user_data.count(kShortChapters) > 0;
   if (count == 0) return has_list ? user_data.remove(kShortChapters, 1) : Status();
   const Bytes list = whole_list(entries, count);
-  return has_list ? user_data.replace(kShortChapters, 1, list) : user_data.add(kShortChapters, list);
+  return has_list ? user_data.replace(kShortChapters, 1, list)
+                  : user_data.add(kShortChapters, list);
 }
 
 }  // namespace toolbox

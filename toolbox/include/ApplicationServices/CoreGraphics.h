@@ -15,7 +15,8 @@ extern "C" {
 
 typedef struct CGContext* CGContextRef;
 typedef struct CGImage* CGImageRef;
-typedef struct CGColorSpace* CGColorSpaceRef; /* nil: the only one, red, green and blue as they are */
+typedef struct CGColorSpace*
+    CGColorSpaceRef; /* nil: the only one, red, green and blue as they are */
 typedef double CGFloat;
 typedef UInt32 CGBitmapInfo; /* an alpha info and a byte order, added */
 
@@ -78,8 +79,9 @@ void CGImageRelease(CGImageRef image);
 void CGContextDrawImage(CGContextRef context, CGRect rect, CGImageRef image);
 
 /* Lend the pixels of a port of depth 16, 24 or 32 to a context, and take them back, which ends the
-   context and sets it nil. A port is lent once at a time; it may not be updated or disposed meanwhile.
-   Fail: paramErr for other ports and other contexts, memFullErr; a begun context is then nil. */
+   context and sets it nil. A port is lent once at a time; it may not be updated or disposed
+   meanwhile. Fail: paramErr for other ports and other contexts, memFullErr; a begun context is then
+   nil. */
 OSStatus QDBeginCGContext(CGrafPtr port, CGContextRef* context);
 OSStatus QDEndCGContext(CGrafPtr port, CGContextRef* context);
 

@@ -18,9 +18,9 @@ typedef struct GDeviceType** GDHandle;
 typedef struct ColorTableType** CTabHandle;
 typedef struct PixMapType** PixMapHandle; /* leads to a record that begins as a BitMap does */
 /* A handle of the Memory Manager with a region's record, big-endian as in movie files: its size (16
-   bits, 10 for a rectangle), its box (top, left, bottom, right), and unless it is a rectangle its rows:
-   y, the x where inside and outside change against the row above, 0x7FFF; behind the last row 0x7FFF.
-   Movies and drawing share it; both look at the record again at every call. */
+   bits, 10 for a rectangle), its box (top, left, bottom, right), and unless it is a rectangle its
+   rows: y, the x where inside and outside change against the row above, 0x7FFF; behind the last row
+   0x7FFF. Movies and drawing share it; both look at the record again at every call. */
 typedef struct RegionType** RgnHandle;
 typedef UInt32 GWorldFlags;
 typedef SInt16 QDErr;
@@ -70,11 +70,11 @@ void FillRgn(RgnHandle region, const Pattern* pattern);
 /* The foreground: the high bytes of the components. Black at first. */
 void RGBForeColor(const RGBColor* color);
 
-/* Copies pixels between bitmaps or worlds of any depth; each is the nearest one where the rectangles
-   differ in size. `mask` (may be nil) is in the places of the destination. `mode`: 0 copy, 1 or, 2
-   exclusive or, 3 clear, 4 to 7 the same inverted, 36 all but white; 0x40 more mixes black and white
-   where the destination has no grey. Black becomes the foreground of the destination's port. A bitmap
-   that is no port's is one bit deep. */
+/* Copies pixels between bitmaps or worlds of any depth; each is the nearest one where the
+   rectangles differ in size. `mask` (may be nil) is in the places of the destination. `mode`: 0
+   copy, 1 or, 2 exclusive or, 3 clear, 4 to 7 the same inverted, 36 all but white; 0x40 more mixes
+   black and white where the destination has no grey. Black becomes the foreground of the
+   destination's port. A bitmap that is no port's is one bit deep. */
 void CopyBits(const BitMap* source, const BitMap* destination, const Rect* sourceRect,
               const Rect* destinationRect, SInt16 mode, RgnHandle mask);
 
@@ -87,15 +87,15 @@ QDErr NewGWorld(GWorldPtr* world, SInt16 depth, const Rect* bounds, CTabHandle c
                 GDHandle device, GWorldFlags flags);
 
 /* Gives a world another depth and rectangle. Flags: bit 28 keeps what it shows from the top left
-   corner on, bit 29 scales it, bit 30 mixes black and white where the new depth has no grey; without
-   the first two it becomes white. Answers flags: bit 17 new depth, 19 new row bytes, 20 reallocated,
-   31 failed, the error in the low half; the world is then unchanged. */
+   corner on, bit 29 scales it, bit 30 mixes black and white where the new depth has no grey;
+   without the first two it becomes white. Answers flags: bit 17 new depth, 19 new row bytes, 20
+   reallocated, 31 failed, the error in the low half; the world is then unchanged. */
 GWorldFlags UpdateGWorld(GWorldPtr* world, SInt16 depth, const Rect* bounds, CTabHandle colors,
                          GDHandle device, GWorldFlags flags);
 void DisposeGWorld(GWorldPtr world);
 
-/* The current port. There is always one: where none was set, and behind one that was disposed, a port
-   without pixels. Devices are nil. */
+/* The current port. There is always one: where none was set, and behind one that was disposed, a
+   port without pixels. Devices are nil. */
 void SetGWorld(CGrafPtr port, GDHandle device);
 void GetGWorld(CGrafPtr* port, GDHandle* device);
 

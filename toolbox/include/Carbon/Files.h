@@ -27,7 +27,7 @@ typedef struct HFSUniStr255 {
 } HFSUniStr255;
 
 enum {
-  kSystemDiskDomain = -32767, /* whatever the system was started from */
+  kSystemDiskDomain = -32767,        /* whatever the system was started from */
   kFrameworksFolderType = 0x6672616D /* 'fram' */
 };
 

@@ -23,7 +23,8 @@ enum { kCFStringEncodingASCII = 0x600, kCFStringEncodingUTF8 = 0x08000100 };
 /* Gives one reference back; nil and stale ones are ignored. A bundle's code stays loaded. */
 void CFRelease(CFTypeRef object);
 
-/* A string of zero-terminated text. Fails: nil for no text, another encoding, and without memory. */
+/* A string of zero-terminated text. Fails: nil for no text, another encoding, and without memory.
+ */
 CFStringRef CFStringCreateWithCString(CFAllocatorRef allocator, const char* text,
                                       CFStringEncoding encoding);
 

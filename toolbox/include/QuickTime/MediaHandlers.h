@@ -22,8 +22,8 @@ enum {
   sampleEncodingType = 0x656E6364          /* 'encd': UInt32, a text encoding */
 };
 
-/* Keeps an extension for the next sample that is added, which forgets it. `data` is in the machine's
-   own order. Fails: paramErr for no data or another type of it. */
+/* Keeps an extension for the next sample that is added, which forgets it. `data` is in the
+   machine's own order. Fails: paramErr for no data or another type of it. */
 ComponentResult TextMediaSetTextSampleData(MediaHandler mh, void* data, OSType dataType);
 
 /* Makes a sample of `size` bytes of text and puts it behind the last one of the media; samples that
@@ -112,10 +112,10 @@ ComponentResult TCGetTimeCodeAtTime(MediaHandler mh, TimeValue mediaTime, SInt32
 ComponentResult TCGetCurrentTimeCode(MediaHandler mh, SInt32* frameNum, TimeCodeDef* tcdef,
                                      TimeCodeRecord* tcrec, UserData* srcRefH);
 
-/* Time code, frame number and text by a definition, which need not be that of the media. Labels that
-   drop-frame counting leaves out are taken as they stand. Negative numbers without tcNegTimesOK are
-   as many whole days later as it takes. The text is MacRoman, "01:00:00;02" when frames are dropped.
-   Fail: paramErr for 0 frames a second and for arguments that are null. */
+/* Time code, frame number and text by a definition, which need not be that of the media. Labels
+   that drop-frame counting leaves out are taken as they stand. Negative numbers without
+   tcNegTimesOK are as many whole days later as it takes. The text is MacRoman, "01:00:00;02" when
+   frames are dropped. Fail: paramErr for 0 frames a second and for arguments that are null. */
 ComponentResult TCTimeCodeToFrameNumber(MediaHandler mh, TimeCodeDef* tcdef, TimeCodeRecord* tcrec,
                                         SInt32* frameNumber);
 ComponentResult TCFrameNumberToTimeCode(MediaHandler mh, SInt32 frameNumber, TimeCodeDef* tcdef,
@@ -135,18 +135,19 @@ ComponentResult TCGetTimeCodeFlags(MediaHandler mh, SInt32* flags);
 /* How the media is drawn: black on white in the system font at 12 points where nothing says. */
 ComponentResult TCSetDisplayOptions(MediaHandler mh, const TCTextOptions* textOptions);
 ComponentResult TCGetDisplayOptions(MediaHandler mh, TCTextOptions* textOptions);
-/* Sound media. Balance, volume and what stands in the file apart, settings live as long as the movie
-   is open. Outputs may be null. All fail: badComponentSelector when the media is no sound. */
+/* Sound media. Balance, volume and what stands in the file apart, settings live as long as the
+   movie is open. Outputs may be null. All fail: badComponentSelector when the media is no sound. */
 
-/* From -128, all left, over 0 to 128, all right; what lies outside becomes the nearest of these. Kept
-   by the next save. */
+/* From -128, all left, over 0 to 128, all right; what lies outside becomes the nearest of these.
+   Kept by the next save. */
 ComponentResult MediaSetSoundBalance(MediaHandler mh, SInt16 balance);
 ComponentResult MediaGetSoundBalance(MediaHandler mh, SInt16* balance);
 
 /* The balance that is heard: the media's own, as movies have none. */
 ComponentResult MediaGetEffectiveSoundBalance(MediaHandler mh, SInt16* balance);
 
-/* The volume that is heard, 8.8: that of the track times that of the movie, 0 when either is muted. */
+/* The volume that is heard, 8.8: that of the track times that of the movie, 0 when either is muted.
+ */
 ComponentResult MediaGetEffectiveVolume(MediaHandler mh, SInt16* volume);
 
 #pragma pack(push, 2)
@@ -165,13 +166,14 @@ typedef struct LevelMeterInfo {
 
 /* Chooses the bands that are measured; the frequencies are copied.
    Fails: paramErr for no record, no frequencies or a count below 1. */
-ComponentResult MediaSetSoundEqualizerBands(MediaHandler mh, MediaEQSpectrumBandsRecord* spectrumInfo);
+ComponentResult MediaSetSoundEqualizerBands(MediaHandler mh,
+                                            MediaEQSpectrumBandsRecord* spectrumInfo);
 
-/* How loud each band is: one byte for each band that was set, in their order, 255 for a sine wave of
-   full scale. A band reaches half way, as ears count, to the bands beside it. Measured over about a
-   tenth of a second around the movie's current time, of the loudest channel. All 0 while metering is
-   off, where the track shows nothing, and for formats that are not decoded (see levels below).
-   Fails: as MediaGetSoundLevelMeterInfo. */
+/* How loud each band is: one byte for each band that was set, in their order, 255 for a sine wave
+   of full scale. A band reaches half way, as ears count, to the bands beside it. Measured over
+   about a tenth of a second around the movie's current time, of the loudest channel. All 0 while
+   metering is off, where the track shows nothing, and for formats that are not decoded (see levels
+   below). Fails: as MediaGetSoundLevelMeterInfo. */
 ComponentResult MediaGetSoundEqualizerBandLevels(MediaHandler mh, UInt8* bandLevels);
 
 /* Metering is off at first. */
@@ -179,11 +181,11 @@ ComponentResult MediaSetSoundLevelMeteringEnabled(MediaHandler mh, Boolean enabl
 ComponentResult MediaGetSoundLevelMeteringEnabled(MediaHandler mh, Boolean* enabled);
 
 /* The channels of the media and the peaks of the first two around the movie's current time, 255 for
-   full scale: 20 * log10(level / 255) is the level in dB. Volume and balance are not taken in. All 0
-   while metering is off. Decoded are raw, NONE, twos, sowt, in24, in32, fl32, fl64, lpcm, ulaw, alaw
-   and ima4; the levels of all others are 0.
-   Fails: endOfDataReached for sound that its file does not hold, couldNotResolveDataRef,
-   invalidSampleTable, invalidSampleDescription, ioErr, memFullErr. */
+   full scale: 20 * log10(level / 255) is the level in dB. Volume and balance are not taken in. All
+   0 while metering is off. Decoded are raw, NONE, twos, sowt, in24, in32, fl32, fl64, lpcm, ulaw,
+   alaw and ima4; the levels of all others are 0. Fails: endOfDataReached for sound that its file
+   does not hold, couldNotResolveDataRef, invalidSampleTable, invalidSampleDescription, ioErr,
+   memFullErr. */
 ComponentResult MediaGetSoundLevelMeterInfo(MediaHandler mh, LevelMeterInfo* levelInfo);
 
 /* 0 is flat; any value is kept. */
@@ -196,8 +198,8 @@ ComponentResult MediaGetSoundOutputComponent(MediaHandler mh, Component* outputC
 
 /* How the pictures of a media are drawn over those below, and the colour that some modes need, nil
    for the one it has. Of the mode the low 16 bits are kept. Kept by the next save.
-   Fail: badComponentSelector when the media is not to be seen; featureUnsupported when its header has
-   no place for it. */
+   Fail: badComponentSelector when the media is not to be seen; featureUnsupported when its header
+   has no place for it. */
 ComponentResult MediaSetGraphicsMode(MediaHandler mh, SInt32 mode, const RGBColor* opColor);
 ComponentResult MediaGetGraphicsMode(MediaHandler mh, SInt32* mode, RGBColor* opColor);
 

@@ -93,9 +93,9 @@ TimeScale GetMovieTimeScale(Movie movie);
 /* The largest end of any track, in the movie's time scale; 0 when there is none. */
 TimeValue GetMovieDuration(Movie movie);
 
-/* Where the movie stands, in its own time scale; as it was saved until it is moved, and never behind
-   its end. `currentTime` gets the same as a record, and may be null. Moving it changes nothing that is
-   saved. Fail: 0 or nothing with invalidMovie; a negative time is the start. */
+/* Where the movie stands, in its own time scale; as it was saved until it is moved, and never
+   behind its end. `currentTime` gets the same as a record, and may be null. Moving it changes
+   nothing that is saved. Fail: 0 or nothing with invalidMovie; a negative time is the start. */
 TimeValue GetMovieTime(Movie movie, TimeRecord* currentTime);
 void SetMovieTimeValue(Movie movie, TimeValue newTime);
 
@@ -114,8 +114,8 @@ SInt32 GetTrackID(Track track);
 SInt16 GetTrackVolume(Track track);
 Boolean GetTrackEnabled(Track track);
 
-/* Size before the matrix, 16.16: that of the movie's aperture mode when the track has one, else that of
-   its header. A null output is skipped. */
+/* Size before the matrix, 16.16: that of the movie's aperture mode when the track has one, else
+   that of its header. A null output is skipped. */
 void GetTrackDimensions(Track track, Fixed* width, Fixed* height);
 
 /* Movie time scale: the whole track with its leading empty time, and that leading empty time alone.
@@ -139,8 +139,8 @@ void GetTrackMatrix(Track track, MatrixRecord* matrix);
    Fails: nil with invalidTrack, badPublicMovieAtom, ioErr, eofErr, memFullErr. */
 RgnHandle GetTrackClipRgn(Track track);
 
-/* Changes of a track. All live in the movie in memory, are kept by the next save, and set the track's
-   modification time. A bad track sets invalidTrack. */
+/* Changes of a track. All live in the movie in memory, are kept by the next save, and set the
+   track's modification time. A bad track sets invalidTrack. */
 
 /* Any 8.8 value; negative is muted. */
 void SetTrackVolume(Track track, SInt16 volume);
@@ -151,25 +151,27 @@ void SetTrackLayer(Track track, SInt16 layer);
 /* nil is the identity. */
 void SetTrackMatrix(Track track, const MatrixRecord* matrix);
 
-/* Cuts a track to a region, which is copied, or with nil no longer. A track that is already cut to it
-   is not changed. Fails: paramErr for a handle that holds no region. */
+/* Cuts a track to a region, which is copied, or with nil no longer. A track that is already cut to
+   it is not changed. Fails: paramErr for a handle that holds no region. */
 void SetTrackClipRgn(Track track, RgnHandle clip);
 
-/* Movie time scale: the length of the empty time in front. Fails: invalidTime for a negative one. */
+/* Movie time scale: the length of the empty time in front. Fails: invalidTime for a negative one.
+ */
 void SetTrackOffset(Track track, TimeValue offset);
 
-/* Edits of segments. Times are in the movie's time scale, for an insertion those of the source in its
-   own. Media data is never touched. A segment that reaches beyond the end ends there; what is
+/* Edits of segments. Times are in the movie's time scale, for an insertion those of the source in
+   its own. Media data is never touched. A segment that reaches beyond the end ends there; what is
    inserted beyond the end comes behind empty time.
-   A segment that goes to a track of another media, perhaps of another movie, brings the samples that
-   it shows: the tables of that media get them, with a reference to the file that they lie in. Copied
-   into the movie are samples that the other movie has not saved yet, all samples for a media between
-   BeginMediaEdits and EndMediaEdits, and all of other movies after ToolboxSetMovieCopiesSamples.
-   InsertMovieSegment into another movie makes the tracks that are missing there.
-   Fail: invalidTrack, invalidMovie, invalidTime, invalidDuration; no track shows anything else then.
-   InsertEmpty... at the end: invalidTime. InsertTrackSegment of tracks of different media types:
-   mediaTypesDontMatch; of different media also as reading its tables, featureUnsupported, memFullErr,
-   couldNotResolveDataRef, fBsyErr (the other movie's file was replaced). */
+   A segment that goes to a track of another media, perhaps of another movie, brings the samples
+   that it shows: the tables of that media get them, with a reference to the file that they lie in.
+   Copied into the movie are samples that the other movie has not saved yet, all samples for a media
+   between BeginMediaEdits and EndMediaEdits, and all of other movies after
+   ToolboxSetMovieCopiesSamples. InsertMovieSegment into another movie makes the tracks that are
+   missing there. Fail: invalidTrack, invalidMovie, invalidTime, invalidDuration; no track shows
+   anything else then. InsertEmpty... at the end: invalidTime. InsertTrackSegment of tracks of
+   different media types: mediaTypesDontMatch; of different media also as reading its tables,
+   featureUnsupported, memFullErr, couldNotResolveDataRef, fBsyErr (the other movie's file was
+   replaced). */
 OSErr ScaleTrackSegment(Track track, TimeValue startTime, TimeValue oldDuration,
                         TimeValue newDuration);
 OSErr InsertTrackSegment(Track srcTrack, Track dstTrack, TimeValue srcIn, TimeValue srcDuration,
@@ -201,8 +203,8 @@ enum { kTrackReferenceChapterList = 0x63686170 /* 'chap' */ };
 
 /* References of a track to others of its movie, by type, counted from 1. Entries that name no track
    are not counted and not found.
-   Fail: invalidTrack; Add: trackNotInMovie; Delete: badTrackIndex. GetTrackReference answers nil for
-   what is not there, which is no error. `addedIndex` may be null. */
+   Fail: invalidTrack; Add: trackNotInMovie; Delete: badTrackIndex. GetTrackReference answers nil
+   for what is not there, which is no error. `addedIndex` may be null. */
 OSErr AddTrackReference(Track track, Track refTrack, OSType refType, SInt32* addedIndex);
 OSErr DeleteTrackReference(Track track, OSType refType, SInt32 index);
 Track GetTrackReference(Track track, OSType refType, SInt32 index);
@@ -213,14 +215,14 @@ OSType GetNextTrackReferenceType(Track track, OSType refType);
 
 /* Classes and IDs of properties. */
 enum {
-  kQTPropertyClass_Audio = 0x61756469,                              /* 'audi' */
-  kQTAudioPropertyID_RateChangesPreservePitch = 0x61756370,         /* 'aucp', one byte */
-  kQTAudioPropertyID_Pitch = 0x70697463,                            /* 'pitc', float32, cents */
-  kQTAudioPropertyID_SummaryChannelLayout = 0x636C6179,             /* 'clay' */
-  kQTAudioPropertyID_TrackChannelLayout = 0x746C6179,               /* 'tlay' */
-  kQTPropertyClass_Visual = 0x76697375,                             /* 'visu' */
-  kQTVisualPropertyID_HasApertureModeDimensions = 0x68616D64,       /* 'hamd', one byte, read only */
-  kQTVisualPropertyID_ApertureMode = 0x61706D64                     /* 'apmd', OSType */
+  kQTPropertyClass_Audio = 0x61756469,                        /* 'audi' */
+  kQTAudioPropertyID_RateChangesPreservePitch = 0x61756370,   /* 'aucp', one byte */
+  kQTAudioPropertyID_Pitch = 0x70697463,                      /* 'pitc', float32, cents */
+  kQTAudioPropertyID_SummaryChannelLayout = 0x636C6179,       /* 'clay' */
+  kQTAudioPropertyID_TrackChannelLayout = 0x746C6179,         /* 'tlay' */
+  kQTPropertyClass_Visual = 0x76697375,                       /* 'visu' */
+  kQTVisualPropertyID_HasApertureModeDimensions = 0x68616D64, /* 'hamd', one byte, read only */
+  kQTVisualPropertyID_ApertureMode = 0x61706D64               /* 'apmd', OSType */
 };
 
 /* Aperture modes: which of its sizes a track reports. */
@@ -233,10 +235,10 @@ enum {
 
 /* Properties. Rate changes, pitch and aperture mode live as long as the movie is open; the channel
    layout of a track is kept by the next save. Whether a track, or any of a movie, has aperture
-   dimensions can be asked of both. Layouts are AudioChannelLayout records of 12 + 20 * n bytes. Outputs may
-   be null.
-   Fail: invalidMovie, invalidTrack; kQTPropertyNotSupportedErr (no such property, no sound),
-   kQTPropertyBadValueSizeErr, kQTPropertyReadOnlyErr, paramErr for no buffer and an unknown mode. */
+   dimensions can be asked of both. Layouts are AudioChannelLayout records of 12 + 20 * n bytes.
+   Outputs may be null. Fail: invalidMovie, invalidTrack; kQTPropertyNotSupportedErr (no such
+   property, no sound), kQTPropertyBadValueSizeErr, kQTPropertyReadOnlyErr, paramErr for no buffer
+   and an unknown mode. */
 OSStatus QTGetMoviePropertyInfo(Movie movie, OSType propertyClass, OSType propertyID,
                                 OSType* propertyType, ByteCount* size, UInt32* flags);
 OSStatus QTGetMovieProperty(Movie movie, OSType propertyClass, OSType propertyID, ByteCount size,
@@ -251,13 +253,13 @@ OSStatus QTSetTrackProperty(Track track, OSType propertyClass, OSType propertyID
                             const void* value);
 
 /* Aperture dimensions: the sizes of a track in the three modes, worked out from the first sample
-   description of its pictures (size, clean aperture, shape of the pixels) and kept by the next save.
-   The track's own size stays. Of a track that is seen but has no picture descriptions all three are its
-   own size. `imageDescription`: a whole description, big-endian; nil is the track's first.
-   The movie calls treat every track with picture descriptions; Remove also sets the mode to classic.
-   Fail: invalidMovie, invalidTrack (also for one that is not seen), invalidSampleDescription (a clean
-   aperture without size or larger than the picture, a size beyond 32767; nothing changes then),
-   memWZErr. */
+   description of its pictures (size, clean aperture, shape of the pixels) and kept by the next
+   save. The track's own size stays. Of a track that is seen but has no picture descriptions all
+   three are its own size. `imageDescription`: a whole description, big-endian; nil is the track's
+   first. The movie calls treat every track with picture descriptions; Remove also sets the mode to
+   classic. Fail: invalidMovie, invalidTrack (also for one that is not seen),
+   invalidSampleDescription (a clean aperture without size or larger than the picture, a size beyond
+   32767; nothing changes then), memWZErr. */
 OSErr GenerateMovieApertureModeDimensions(Movie movie);
 OSErr RemoveMovieApertureModeDimensions(Movie movie);
 OSErr GenerateTrackApertureModeDimensions(Track track);
@@ -385,15 +387,14 @@ OSErr GetMediaDataRefCount(Media media, SInt16* count);
 
 enum { dataRefSelfReference = 1, dataRefWasNotResolved = 2 };
 
-/* One of them, counted from 1, as a new handle: 'alis' with an alias record, also for the movie's own
-   file whatever the movie holds; 'url ' with a C string. Outputs may be null.
-   Owns:  the caller disposes the handle.
-   Fails: badDataRefIndex, invalidDataRef, invalidMedia, memFullErr. */
+/* One of them, counted from 1, as a new handle: 'alis' with an alias record, also for the movie's
+   own file whatever the movie holds; 'url ' with a C string. Outputs may be null. Owns:  the caller
+   disposes the handle. Fails: badDataRefIndex, invalidDataRef, invalidMedia, memFullErr. */
 OSErr GetMediaDataRef(Media media, SInt16 index, Handle* dataRef, OSType* dataRefType,
                       SInt32* dataRefAttributes);
 
-/* Puts a copy in the place of one of them: the offsets of the samples count in that file from then on.
-   Fails: badDataRefIndex, invalidDataRef, invalidMedia. */
+/* Puts a copy in the place of one of them: the offsets of the samples count in that file from then
+   on. Fails: badDataRefIndex, invalidDataRef, invalidMedia. */
 OSErr SetMediaDataRef(Media media, SInt16 index, Handle dataRef, OSType dataRefType);
 
 /* A data reference to a file, as a new handle of type 'alis'. `flags`: 0.

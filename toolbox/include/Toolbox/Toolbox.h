@@ -33,8 +33,8 @@ OSErr ToolboxNewMovie(TimeScale timeScale, Movie* movie);
 OSErr ToolboxOpenMovieForWriting(const char* path, Movie* movie);
 
 /* Whether samples of other movies that are put into this one are copied into it, so that it stands
-   by itself when it is saved into its own file; from the start they are only referred to. As long as
-   the movie is open. Fails: invalidMovie. */
+   by itself when it is saved into its own file; from the start they are only referred to. As long
+   as the movie is open. Fails: invalidMovie. */
 OSErr ToolboxSetMovieCopiesSamples(Movie movie, Boolean copies);
 Boolean ToolboxMovieCopiesSamples(Movie movie);
 
@@ -42,21 +42,19 @@ Boolean ToolboxMovieCopiesSamples(Movie movie);
    from somewhere else must not make anybody read any file it likes. Fails: invalidMovie. */
 OSErr ToolboxAllowExternalFiles(Movie movie, Boolean allowed);
 
-/* Saves a movie into its own file. At every moment, whatever fails, the file is the old movie or the
-   new one; media data is never copied, and what lies in other files stays there. A movie that was
-   not modified is not written.
-   Fails: wrPermErr (not open for writing, or without a file), fBsyErr (the file changed underneath),
-   dskFulErr, ioErr, cantPutPublicMovieAtom, invalidMovie; the file is then the old movie and the
-   movie keeps its changes. */
+/* Saves a movie into its own file. At every moment, whatever fails, the file is the old movie or
+   the new one; media data is never copied, and what lies in other files stays there. A movie that
+   was not modified is not written. Fails: wrPermErr (not open for writing, or without a file),
+   fBsyErr (the file changed underneath), dskFulErr, ioErr, cantPutPublicMovieAtom, invalidMovie;
+   the file is then the old movie and the movie keeps its changes. */
 OSErr ToolboxSaveMovie(Movie movie);
 
-/* Writes a movie as a new file, movie atom first, media data copied inside the kernel, that in other
-   files as well; the movie then stands over that file. With `overwrite`, a file of that name is
-   replaced once the new one is whole.
-   Fails: dupFNErr (there is such a file), wrPermErr, fBsyErr, dskFulErr, ioErr,
-   cantPutPublicMovieAtom, invalidMovie, couldNotResolveDataRef (a file with media data of the movie
-   is not to be had; ToolboxErrorDetail() names it), endOfDataReached (it is too short); nothing is
-   left behind then. */
+/* Writes a movie as a new file, movie atom first, media data copied inside the kernel, that in
+   other files as well; the movie then stands over that file. With `overwrite`, a file of that name
+   is replaced once the new one is whole. Fails: dupFNErr (there is such a file), wrPermErr,
+   fBsyErr, dskFulErr, ioErr, cantPutPublicMovieAtom, invalidMovie, couldNotResolveDataRef (a file
+   with media data of the movie is not to be had; ToolboxErrorDetail() names it), endOfDataReached
+   (it is too short); nothing is left behind then. */
 OSErr ToolboxSaveMovieAs(Movie movie, const char* path, Boolean overwrite);
 
 /* As ToolboxSaveMovieAs, and leaves out what no edit shows: samples, but for those from the sync
@@ -68,9 +66,9 @@ OSErr ToolboxSaveShownMovieAs(Movie movie, const char* path, Boolean overwrite);
 /* Is told how much of a long piece of work is done. */
 typedef void (*ToolboxWorkProc)(uint64_t done, uint64_t total, void* context);
 
-/* Who is told while ToolboxSaveMovieAs and ToolboxSaveShownMovieAs write (bytes, every 64 MiB or more
-   often) and while samples are digested (samples); null for nobody, as at first. `context` is handed
-   on. */
+/* Who is told while ToolboxSaveMovieAs and ToolboxSaveShownMovieAs write (bytes, every 64 MiB or
+   more often) and while samples are digested (samples); null for nobody, as at first. `context` is
+   handed on. */
 void ToolboxWatchWork(ToolboxWorkProc proc, void* context);
 
 /* Whether a movie differs from its file. */
@@ -89,9 +87,9 @@ typedef struct ToolboxSavePlan {
    Fails: as the saving calls before their first write. */
 OSErr ToolboxPlanSave(Movie movie, Boolean asNewFile, ToolboxSavePlan* plan);
 
-/* The saves of a file that can be taken back, counted from 0, the latest: their number, and when the
-   one at `index` was made, in seconds since 1904 UTC (0 for none). Outputs may be null.
-   Fails: as ToolboxOpenMovie. */
+/* The saves of a file that can be taken back, counted from 0, the latest: their number, and when
+   the one at `index` was made, in seconds since 1904 UTC (0 for none). Outputs may be null. Fails:
+   as ToolboxOpenMovie. */
 OSErr ToolboxGetUndoStep(const char* path, uint32_t index, uint32_t* count, uint64_t* time);
 
 /* Takes the latest save of a file back: the movie atom that it replaced counts again.
@@ -125,12 +123,12 @@ OSErr ToolboxGetTrackEdit(Track track, SInt32 index, ToolboxTrackEdit* edit);
    do not exist included. Outputs may be null. Fails: invalidTrack, badTrackIndex. */
 OSErr ToolboxGetTrackReferenceID(Track track, SInt32 index, OSType* type, SInt32* trackID);
 
-/* Takes out the references of a track that lead to no track; `*removed` (may be null) is their number.
-   Fails: invalidTrack. */
+/* Takes out the references of a track that lead to no track; `*removed` (may be null) is their
+   number. Fails: invalidTrack. */
 OSErr ToolboxPruneTrackReferences(Track track, SInt32* removed);
 
-/* The size of a track in an aperture mode (kQTApertureMode_... but the classic one), 16.16, as the file
-   has it. Setting one sets all three where the track had none, the others to its own size.
+/* The size of a track in an aperture mode (kQTApertureMode_... but the classic one), 16.16, as the
+   file has it. Setting one sets all three where the track had none, the others to its own size.
    Fail: invalidTrack; paramErr for another mode and a size below 0; asking also
    kQTPropertyNotSupportedErr when the track has no such sizes, and badPublicMovieAtom when they are
    damaged. */
@@ -142,8 +140,8 @@ OSErr ToolboxSetTrackAperture(Track track, OSType mode, Fixed width, Fixed heigh
 typedef OSErr (*ToolboxSoundLevelProc)(int64_t start, uint32_t channels, const float* peaks,
                                        const float* means, void* context);
 
-/* Measures the sound of a track between two movie times, an interval of `every` after the other, and
-   hands each to `proc`; the last one may be shorter. Sound is read and decoded in small pieces.
+/* Measures the sound of a track between two movie times, an interval of `every` after the other,
+   and hands each to `proc`; the last one may be shorter. Sound is read and decoded in small pieces.
    Empty time is silent, and so are formats that are not decoded: see MediaGetSoundLevelMeterInfo;
    `channels` is then that of the first description, and ToolboxCanMeasureSound tells it apart.
    Fails: invalidTrack, invalidMedia (no sound), paramErr for an interval below 1, and as
@@ -156,33 +154,31 @@ Boolean ToolboxCanMeasureSound(Track track);
 
 /* The short list of chapters in a movie's user data: entries one behind the other, each a start
    (signed 64 bits big-endian, units of 100 ns), the length of the title in bytes (8 bits) and the
-   title (UTF-8). `entries` is resized to them, to nothing without a list. Setting no entries removes
-   the list.
-   Fail: invalidMovie, ioErr, eofErr, memFullErr; setting also paramErr for more than 255 entries or
-   one that is not whole. */
+   title (UTF-8). `entries` is resized to them, to nothing without a list. Setting no entries
+   removes the list. Fail: invalidMovie, ioErr, eofErr, memFullErr; setting also paramErr for more
+   than 255 entries or one that is not whole. */
 OSErr ToolboxGetShortChapters(Movie movie, Handle entries);
 OSErr ToolboxSetShortChapters(Movie movie, const void* entries, uint32_t size);
 
-/* Reads a time code as people write it, strictly: "01:00:00:02" or "01:00:00;02", "-" in front of it
-   where the definition allows, or the number of a counter.
-   Fails: paramErr for what is none, for parts that are too large, and for labels that drop-frame
-   counting leaves out; ToolboxErrorDetail() says which. */
+/* Reads a time code as people write it, strictly: "01:00:00:02" or "01:00:00;02", "-" in front of
+   it where the definition allows, or the number of a counter. Fails: paramErr for what is none, for
+   parts that are too large, and for labels that drop-frame counting leaves out;
+   ToolboxErrorDetail() says which. */
 OSErr ToolboxParseTimeCode(const char* text, const TimeCodeDef* definition, TimeCodeRecord* record);
 
-/* What of a definition no reader can count on, a line for each fault in UTF-8; empty when it is sound.
-   `faults` is resized to them. Fails: paramErr, memFullErr. */
+/* What of a definition no reader can count on, a line for each fault in UTF-8; empty when it is
+   sound. `faults` is resized to them. Fails: paramErr, memFullErr. */
 OSErr ToolboxCheckTimeCodeDefinition(const TimeCodeDef* definition, Handle faults);
 
-/* When a timecode track first shows a time code, in the movie's time scale: `text` is read as above by
-   the definition of each of its samples.
-   Fails: invalidTrack, invalidMedia (no timecode), timeNotInTrack (never shown), paramErr,
-   featureUnsupported (more than a million samples), and as TCGetTimeCodeAtTime. */
+/* When a timecode track first shows a time code, in the movie's time scale: `text` is read as above
+   by the definition of each of its samples. Fails: invalidTrack, invalidMedia (no timecode),
+   timeNotInTrack (never shown), paramErr, featureUnsupported (more than a million samples), and as
+   TCGetTimeCodeAtTime. */
 OSErr ToolboxFindTimeCode(Track track, const char* text, TimeValue* time);
 
-/* Looks a movie over: whether its tables agree, its references lead somewhere, its samples lie inside
-   the file. `*problems` is a new handle with a line for each problem, at most a hundred, in UTF-8;
-   empty when there are none. Media data is not read.
-   Owns:  the caller disposes the handle.
+/* Looks a movie over: whether its tables agree, its references lead somewhere, its samples lie
+   inside the file. `*problems` is a new handle with a line for each problem, at most a hundred, in
+   UTF-8; empty when there are none. Media data is not read. Owns:  the caller disposes the handle.
    Fails: ioErr, memFullErr, invalidMovie. */
 OSErr ToolboxVerifyMovie(Movie movie, Handle* problems);
 
@@ -237,9 +233,9 @@ void DisposeMovie(Movie movie);
    to try next. Never null; valid until the next toolbox call of this thread. */
 const char* ToolboxErrorDetail(void);
 
-/* Whether the framework bundles can be loaded, in which drawing and fonts are, and loads them. Without
-   them the calls of ApplicationServices/QuickDraw.h cannot be had; all others can.
-   Fails: fnfErr; ToolboxErrorDetail() names the file or folder and says what to do. */
+/* Whether the framework bundles can be loaded, in which drawing and fonts are, and loads them.
+   Without them the calls of ApplicationServices/QuickDraw.h cannot be had; all others can. Fails:
+   fnfErr; ToolboxErrorDetail() names the file or folder and says what to do. */
 OSErr ToolboxCheckFrameworks(void);
 
 /* File records that stand for a path. Both are tokens into a table that lives as long as the
@@ -254,8 +250,8 @@ OSErr ToolboxMakeFSRef(const char* path, FSRef* ref);
 const char* ToolboxPathOfFSSpec(const FSSpec* spec);
 const char* ToolboxPathOfFSRef(const FSRef* ref);
 
-/* Number of live references for leak checks: of all kinds but the foundation's, whose bundles are kept
-   as long as the process lives. */
+/* Number of live references for leak checks: of all kinds but the foundation's, whose bundles are
+   kept as long as the process lives. */
 uint32_t ToolboxLiveReferences(void);
 
 /* Number of live Memory Manager handles, for leak checks. */
