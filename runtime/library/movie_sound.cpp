@@ -2,6 +2,7 @@
 // are named by their handle, as QTTrackKRZ.TrackHandle gives it.
 #include <Toolbox/Toolbox.h>
 
+#include <cmath>
 #include <cstring>
 #include <new>
 #include <vector>
@@ -106,7 +107,7 @@ void set_aperture(int32_t track, REALstring mode, double width, double height) {
     raise_exception("IOException", "a size lies between 0 and 32767", paramErr);
     return;
   }
-  const auto fixed = [](double value) { return static_cast<Fixed>(value * 65536 + 0.5); };
+  const auto fixed = [](double value) { return static_cast<Fixed>(std::lround(value * 65536)); };
   if (const OSErr status =
           ToolboxSetTrackAperture(track_of(track), code_of(mode), fixed(width), fixed(height));
       status != noErr) {

@@ -154,7 +154,8 @@ uint8_t multiplied(uint32_t part, uint32_t alpha) {
   return static_cast<uint8_t>((part * alpha + 127) / 255);
 }
 uint8_t divided(uint32_t part, uint32_t alpha) {
-  return part >= alpha ? 255 : static_cast<uint8_t>((part * 255 + alpha / 2) / alpha);
+  if (part >= alpha) return 255;
+  return static_cast<uint8_t>((part * 255 + alpha / 2) / alpha);
 }
 
 // The library's name for the order of our bytes.

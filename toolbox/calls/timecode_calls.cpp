@@ -72,7 +72,7 @@ Result<UserData> source_list(ByteView items) {
   auto list = std::make_unique<UserDataList>(UserDataList::Owner::kCaller);
   list->read(items);
   TRY_ASSIGN(const UserData reference, reference_to(*list));
-  list.release();
+  static_cast<void>(list.release());  // the caller's now, by its reference
   return reference;
 }
 

@@ -31,35 +31,28 @@ Color color_of_pattern(const Fill& with, int32_t x, int32_t y) {
 /// a colour lacks of white.
 Color meet(Transfer transfer, Color drawn, Color there) {
   const Color ink = ~drawn, ink_there = ~there;
-  Color result = ink_there;
+  const auto with_ink = [](Color result) { return ~result | kBlack; };
   switch (transfer) {
     case Transfer::kCopy:
       return drawn;
     case Transfer::kTransparent:
       return (drawn | kBlack) == kWhite ? there : drawn;
     case Transfer::kOr:
-      result = ink_there | ink;
-      break;
+      return with_ink(ink_there | ink);
     case Transfer::kXor:
-      result = ink_there ^ ink;
-      break;
+      return with_ink(ink_there ^ ink);
     case Transfer::kClear:
-      result = ink_there & ~ink;
-      break;
+      return with_ink(ink_there & ~ink);
     case Transfer::kNotCopy:
-      result = drawn;
-      break;
+      return with_ink(drawn);
     case Transfer::kNotOr:
-      result = ink_there | drawn;
-      break;
+      return with_ink(ink_there | drawn);
     case Transfer::kNotXor:
-      result = ink_there ^ drawn;
-      break;
+      return with_ink(ink_there ^ drawn);
     case Transfer::kNotClear:
-      result = ink_there & ~drawn;
-      break;
+      return with_ink(ink_there & ~drawn);
   }
-  return ~result | kBlack;
+  return there;
 }
 
 /// Black becomes the foreground, white stays, what is between lies between.

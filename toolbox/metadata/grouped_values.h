@@ -32,8 +32,8 @@ class GroupedValues {
   GroupedValues() = default;
   GroupedValues(const GroupedValues&) = delete;  // the places of a copy would be those of this
   GroupedValues& operator=(const GroupedValues&) = delete;
-  GroupedValues(GroupedValues&&) = default;
-  GroupedValues& operator=(GroupedValues&&) = default;
+  GroupedValues(GroupedValues&&) noexcept = default;
+  GroupedValues& operator=(GroupedValues&&) noexcept = default;
 
   Groups& groups() { return groups_; }
   const Groups& groups() const { return groups_; }

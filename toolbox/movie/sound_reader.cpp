@@ -22,8 +22,8 @@ Result<SoundReader> SoundReader::make(const Media& media, int64_t time) {
     TRY_ASSIGN(const std::optional<uint32_t> found, table->sample_at_decode_time(time));
     first = found.value_or(table->sample_count());
   }
-  TRY_ASSIGN(SampleWalk walk, SampleWalk::make(media, first));
-  return SoundReader(media, std::move(walk));
+  TRY_ASSIGN(const SampleWalk walk, SampleWalk::make(media, first));
+  return SoundReader(media, walk);
 }
 
 Result<bool> SoundReader::take_piece() {

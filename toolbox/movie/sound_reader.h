@@ -31,7 +31,7 @@ class SoundReader {
   Result<bool> next(SoundBlock& block, uint64_t most_frames = UINT64_MAX);
 
  private:
-  SoundReader(const Media& media, SampleWalk walk) : media_(&media), walk_(std::move(walk)) {}
+  SoundReader(const Media& media, const SampleWalk& walk) : media_(&media), walk_(walk) {}
 
   Result<bool> take_piece();
 
