@@ -6,6 +6,13 @@ target_compile_options(krz_options INTERFACE
 target_compile_options(krz_options INTERFACE -ffunction-sections -fdata-sections)
 target_link_options(krz_options INTERFACE -Wl,--as-needed -Wl,--gc-sections -Wl,-O1 -Wl,-z,noseparate-code)
 
+# The tables of classes and commands are full of addresses; packed, the loader is through with them sooner.
+include(CheckLinkerFlag)
+check_linker_flag(CXX -Wl,-z,pack-relative-relocs KRZ_PACKS_RELOCATIONS)
+if(KRZ_PACKS_RELOCATIONS)
+  target_link_options(krz_options INTERFACE -Wl,-z,pack-relative-relocs)
+endif()
+
 if(KRZ_SANITIZE)
   target_compile_options(krz_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=undefined
     -fno-omit-frame-pointer)
