@@ -1,9 +1,6 @@
 #include "library/pcre2.h"
 
-#include <dlfcn.h>
-
-#include <type_traits>
-
+#include "library/late_library.h"
 #include "object/exceptions.h"
 
 namespace krz {
@@ -11,30 +8,23 @@ namespace krz {
 namespace {
 
 bool load(Pcre2& functions) {
-  void* const library = ::dlopen("libpcre2-8.so.0", RTLD_NOW | RTLD_LOCAL);  // stays loaded
-  if (!library) return false;
-  bool complete = true;
-  const auto look_up = [library, &complete](auto& function, const char* name) {
-    function =
-        reinterpret_cast<std::remove_reference_t<decltype(function)>>(::dlsym(library, name));
-    complete = complete && function;
-  };
-  look_up(functions.compile, "pcre2_compile_8");
-  look_up(functions.code_free, "pcre2_code_free_8");
-  look_up(functions.compile_context_create, "pcre2_compile_context_create_8");
-  look_up(functions.compile_context_free, "pcre2_compile_context_free_8");
-  look_up(functions.set_max_pattern_length, "pcre2_set_max_pattern_length_8");
-  look_up(functions.match_context_create, "pcre2_match_context_create_8");
-  look_up(functions.match_context_free, "pcre2_match_context_free_8");
-  look_up(functions.set_heap_limit, "pcre2_set_heap_limit_8");
-  look_up(functions.set_callout, "pcre2_set_callout_8");
-  look_up(functions.match_data_create, "pcre2_match_data_create_from_pattern_8");
-  look_up(functions.match_data_free, "pcre2_match_data_free_8");
-  look_up(functions.match, "pcre2_match_8");
-  look_up(functions.ovector, "pcre2_get_ovector_pointer_8");
-  look_up(functions.ovector_count, "pcre2_get_ovector_count_8");
-  look_up(functions.error_message, "pcre2_get_error_message_8");
-  return complete;
+  LateLibrary library("libpcre2-8.so.0");
+  library.look_up(functions.compile, "pcre2_compile_8");
+  library.look_up(functions.code_free, "pcre2_code_free_8");
+  library.look_up(functions.compile_context_create, "pcre2_compile_context_create_8");
+  library.look_up(functions.compile_context_free, "pcre2_compile_context_free_8");
+  library.look_up(functions.set_max_pattern_length, "pcre2_set_max_pattern_length_8");
+  library.look_up(functions.match_context_create, "pcre2_match_context_create_8");
+  library.look_up(functions.match_context_free, "pcre2_match_context_free_8");
+  library.look_up(functions.set_heap_limit, "pcre2_set_heap_limit_8");
+  library.look_up(functions.set_callout, "pcre2_set_callout_8");
+  library.look_up(functions.match_data_create, "pcre2_match_data_create_from_pattern_8");
+  library.look_up(functions.match_data_free, "pcre2_match_data_free_8");
+  library.look_up(functions.match, "pcre2_match_8");
+  library.look_up(functions.ovector, "pcre2_get_ovector_pointer_8");
+  library.look_up(functions.ovector_count, "pcre2_get_ovector_count_8");
+  library.look_up(functions.error_message, "pcre2_get_error_message_8");
+  return library.complete();
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include "library/png_file.h"
 
-#include <dlfcn.h>
 #include <fcntl.h>
 #include <png.h>
 #include <sys/stat.h>
@@ -11,9 +10,9 @@
 #include <cstdio>
 #include <cstring>
 #include <string_view>
-#include <type_traits>
 
 #include "library/io_error.h"
+#include "library/late_library.h"
 #include "library/new_file.h"
 #include "object/exceptions.h"
 #include "object/memory_budget.h"
@@ -31,19 +30,12 @@ struct Libpng {
 };
 
 bool load(Libpng& functions) {
-  void* const library = ::dlopen("libpng16.so.16", RTLD_NOW | RTLD_LOCAL);  // stays loaded
-  if (!library) return false;
-  bool complete = true;
-  const auto look_up = [library, &complete](auto& function, const char* name) {
-    function =
-        reinterpret_cast<std::remove_reference_t<decltype(function)>>(::dlsym(library, name));
-    complete = complete && function;
-  };
-  look_up(functions.begin_read, "png_image_begin_read_from_memory");
-  look_up(functions.finish_read, "png_image_finish_read");
-  look_up(functions.write, "png_image_write_to_stdio");
-  look_up(functions.free, "png_image_free");
-  return complete;
+  LateLibrary library("libpng16.so.16");
+  library.look_up(functions.begin_read, "png_image_begin_read_from_memory");
+  library.look_up(functions.finish_read, "png_image_finish_read");
+  library.look_up(functions.write, "png_image_write_to_stdio");
+  library.look_up(functions.free, "png_image_free");
+  return library.complete();
 }
 
 const Libpng* libpng() {
