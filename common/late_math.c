@@ -20,16 +20,16 @@ static void* find(const char* name) {
 }
 
 // Several threads may find the same pointer at once.
-#define LATE(result, name, parameters, arguments)                              \
-  result name parameters;                                                      \
-  result name parameters {                                                     \
-    static result(*known) parameters;                                          \
-    result(*real) parameters = __atomic_load_n(&known, __ATOMIC_RELAXED);      \
-    if (real == NULL) {                                                        \
-      real = (result(*) parameters)find(#name);                                \
-      __atomic_store_n(&known, real, __ATOMIC_RELAXED);                        \
-    }                                                                          \
-    return real arguments;                                                     \
+#define LATE(result, name, parameters, arguments)                         \
+  result name parameters;                                                 \
+  result name parameters {                                                \
+    static result(*known) parameters;                                     \
+    result(*real) parameters = __atomic_load_n(&known, __ATOMIC_RELAXED); \
+    if (real == NULL) {                                                   \
+      real = (result(*) parameters)find(#name);                           \
+      __atomic_store_n(&known, real, __ATOMIC_RELAXED);                   \
+    }                                                                     \
+    return real arguments;                                                \
   }
 #define LATE_1(name) LATE(double, name, (double x), (x))
 #define LATE_2(name) LATE(double, name, (double x, double y), (x, y))

@@ -13,8 +13,8 @@
 
 namespace {
 
-/// What the command needs to start, below the library folder, each in front of what needs it. Opened
-/// by its path, none is looked for in other folders. The command comes last.
+/// What the command needs to start, below the library folder, each in front of what needs it.
+/// Opened by its path, none is looked for in other folders. The command comes last.
 constexpr const char* kParts[] = {"libtoolbox.so." KRZ_INTERFACE, "libkrzruntime.so." KRZ_INTERFACE,
                                   "krz/krz-command.so"};
 
