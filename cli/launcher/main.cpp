@@ -75,8 +75,7 @@ int main(int argc, char** argv) {
   void* command = nullptr;
   for (const char* part : kParts) {
     std::snprintf(path, sizeof path, "%s%s", folder, part);
-    // Lazy: a command calls a small part of what the libraries have.
-    command = dlopen(path, RTLD_LAZY | RTLD_LOCAL);
+    command = dlopen(path, RTLD_NOW | RTLD_LOCAL);
     if (!command) return explain(folder, dlerror());
   }
   using Entry = int (*)(int, char**);
