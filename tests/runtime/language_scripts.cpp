@@ -14,6 +14,12 @@ TEST_P(LanguageScript, DoesWhatItsCommentsSay) {
   EXPECT_EQ(check_script(GetParam(), {}, [](Runtime&) {}), "");
 }
 
+TEST_P(LanguageScript, DoesTheSameFromItsBytecode) {
+  EXPECT_EQ(check_script(
+                GetParam(), {}, [](Runtime&) {}, RunFrom::kBytecode),
+            "");
+}
+
 std::string test_name(const testing::TestParamInfo<std::string>& info) {
   std::string name = std::filesystem::path(info.param).stem().string();
   std::replace_if(
