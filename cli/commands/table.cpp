@@ -157,8 +157,8 @@ constexpr Noun kNouns[] = {
 namespace {
 
 std::array<std::span<const Command>, 8> groups() {
-  return {kGeneralCommands,  edit_commands(),   chapter_commands(), timecode_commands(),
-          meta_commands(), sample_commands(), clip_commands(),    sound_commands()};
+  return {kGeneralCommands, edit_commands(),   chapter_commands(), timecode_commands(),
+          meta_commands(),  sample_commands(), clip_commands(),    sound_commands()};
 }
 
 }  // namespace

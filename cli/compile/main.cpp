@@ -45,7 +45,8 @@ std::string compiled(krz::Runtime& runtime) {
     constants += "constexpr char " + name + "[] =\n" + literal(bytes) + ";\n";
     rows += "    {" + std::to_string(bytes.size()) + ", " + name + "},  // " + one.file + "\n";
   }
-  return "// Made from the scripts in cli/commands; edit those.\n#include \"commands/scripts.h\"\n\n"
+  return "// Made from the scripts in cli/commands; edit those.\n#include "
+         "\"commands/scripts.h\"\n\n"
          "namespace cli {\nnamespace {\n" +
          constants + "struct { size_t size; const char* bytes; } constexpr kBytecode[] = {\n" +
          rows +

@@ -43,9 +43,7 @@ class Writer {
   }
 
   /// A class by its place in the table of classes, from 1; 0 is Object.
-  void class_reference(const ClassInfo* info) {
-    number(info == nullptr ? 0 : place_of(info) + 1);
-  }
+  void class_reference(const ClassInfo* info) { number(info == nullptr ? 0 : place_of(info) + 1); }
 
   size_t place_of(const ClassInfo* info) {
     const auto found = std::find(classes_.begin(), classes_.end(), info);

@@ -21,14 +21,6 @@ static_assert(sizeof(REALstringStruct) < kTextPosition);
 // Modules end texts of any character width with these.
 constexpr size_t kTerminatorSize = 4;
 
-std::string transcode(std::string_view bytes, uint32_t from, uint32_t to) {
-  std::string text;
-  text.reserve(bytes.size());
-  TextReader reader(bytes, from);
-  for (char32_t character; reader.next(character);) append_character(text, character, to);
-  return text;
-}
-
 }  // namespace
 
 REALstring make_string(std::string_view bytes, uint32_t text_encoding) {

@@ -52,10 +52,10 @@ const CallPlan& plan_of(const MethodInfo& method) {
   auto* plan = new CallPlan;
   method.plan = plan;
   const auto& parameters = method.signature.parameters;
-  const bool words = kPassesWords && std::all_of(parameters.begin(), parameters.end(),
-                                                 [](const Parameter& one) {
-                                                   return one.by_ref || is_word(one.type);
-                                                 });
+  const bool words =
+      kPassesWords && std::all_of(parameters.begin(), parameters.end(), [](const Parameter& one) {
+        return one.by_ref || is_word(one.type);
+      });
   const size_t arguments = parameters.size() + (method.shared ? 0 : 1);
   plan->calls_words = words && arguments <= kMaxWords;
   plan->sets_words = words && is_word(method.signature.result) && arguments < kMaxWords;

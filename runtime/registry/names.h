@@ -36,7 +36,8 @@ constexpr std::string_view declared_name(std::string_view declaration) {
   return declaration.substr(begin, end - begin);
 }
 
-/// Whether that is the name which a declaration begins with. Of most declarations it reads one letter.
+/// Whether that is the name which a declaration begins with. Of most declarations it reads one
+/// letter.
 constexpr bool declares(const char* declaration, std::string_view name) {
   while (*declaration == ' ') ++declaration;
   for (const char c : name) {

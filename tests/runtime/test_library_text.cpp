@@ -72,6 +72,8 @@ TEST_F(LibraryTextTest, SearchingIgnoresCase) {
          {"ReplaceAll", {"one One one", "ONE", "é"}, "é é é"},
          {"ReplaceAll", {"aaa", "a", "aa"}, "aaaaaa"},
          {"ReplaceAll", {"abc", "", "x"}, "abc"},
+         {"ReplaceLineEndings", {"a\r\nb\rc\n\rd", "-"}, "a-b-c--d"},
+         {"ReplaceLineEndings", {"a b", "-"}, "a b"},
          {"StrComp", {"abc", "ABC"}, "0"},
          {"StrComp", {"abc", "ABC", 0}, "1"},
          {"StrComp", {"a", "b"}, "-1"}});
