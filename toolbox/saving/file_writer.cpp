@@ -13,8 +13,8 @@ Result<std::span<uint8_t>> FileWriter::room(uint64_t wanted) {
     TRY(finish());
     return room(wanted);
   }
-  if (buffer_.empty()) buffer_.resize(kGathered);
-  return std::span(buffer_).subspan(filled_, std::min<uint64_t>(wanted, full - filled_));
+  if (!buffer_) buffer_ = std::make_unique_for_overwrite<uint8_t[]>(kGathered);
+  return std::span(buffer_.get() + filled_, std::min<uint64_t>(wanted, full - filled_));
 }
 
 Status FileWriter::write(ByteView bytes) {
@@ -107,7 +107,7 @@ Status FileWriter::write_header(FourCC type, uint64_t payload) {
 
 Status FileWriter::finish() {
   if (filled_ == 0) return {};
-  TRY(Storage::current().write(file_, position_, ByteView(buffer_).first(filled_), name_));
+  TRY(Storage::current().write(file_, position_, ByteView(buffer_.get(), filled_), name_));
   position_ += filled_;
   filled_ = 0;
   return {};

@@ -1,5 +1,8 @@
-// Writes a file front to back, small pieces gathered and large ones copied inside the kernel.
+// Writes a file front to back: small pieces gathered, large ones copied from file to file.
 #pragma once
+
+#include <memory>
+#include <string>
 
 #include "file/file_source.h"
 #include "file/movie_file.h"
@@ -45,7 +48,7 @@ class FileWriter {
   Status finish();
 
  private:
-  static constexpr size_t kGathered = 256 * 1024;
+  static constexpr size_t kGathered = 1024 * 1024;
   static constexpr size_t kPage = 4096;
 
   /// Room for up to `wanted` bytes behind what is gathered, at least one byte; what is put there
@@ -64,7 +67,7 @@ class FileWriter {
   int file_;
   uint64_t position_;
   std::string name_;
-  Bytes buffer_;  // kGathered bytes once there is something
+  std::unique_ptr<uint8_t[]> buffer_;  // kGathered bytes once there is something
   size_t filled_ = 0;
   PassingChecksum* passing_ = nullptr;
   uint64_t total_ = 0;  // 0: nobody is told
