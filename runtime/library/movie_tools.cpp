@@ -63,6 +63,7 @@ int32_t prune_references(int32_t track) {
 // A line for each problem.
 REALstring problems(REALobject movie) {
   Handle found = nullptr;
+  const WatchedWork progress("checking sample", 1);
   if (!succeeded(ToolboxVerifyMovie(movie_reference(movie), &found))) return make_string("");
   const std::string_view text(*found, static_cast<size_t>(GetHandleSize(found)));
   const REALstring made = make_string(text);
