@@ -55,6 +55,11 @@ std::string string_utf8(REALstring string) {
   return transcode(bytes, string->encoding, encoding::kUtf8);
 }
 
+std::string string_path(REALstring string) {
+  const std::string_view bytes = string_bytes(string);
+  return string && string->encoding == encoding::kUtf8 ? std::string(bytes) : string_utf8(string);
+}
+
 REALstring convert_string(REALstring string, uint32_t text_encoding) {
   if (!string) return nullptr;
   const std::string_view bytes = string_bytes(string);

@@ -53,6 +53,17 @@ class CommandLine(unittest.TestCase):
                 self.assertIn(expected, answer.stderr)
                 self.assertEqual(answer.stderr.count("\n"), 1)
 
+    def test_a_file_may_have_a_name_that_is_no_text(self):
+        name = os.fsencode(self.path) + b"/caf\xe9.mov"
+        shutil.copy(os.fsencode(self.movie), name)
+        run = lambda *words: subprocess.run([KRZ, *words], capture_output=True, timeout=60)
+        self.assertIn(name, run("info", name).stdout)
+        self.assertEqual(json.loads(run("info", name, "--json").stdout)["timeScale"], 600)
+        self.assertEqual(run("meta", "set", name, "title=A", "-i").stderr, b"")
+        copied = run("save", name, "-o", name + b"\xff")
+        self.assertEqual((copied.stderr, os.path.exists(name + b"\xff")), (b"", True))
+        self.assertEqual(run("meta", "get", name + b"\xff", "title").stdout, b"A\n")
+
     def test_a_segment_of_another_movie_is_inserted(self):
         movie = self.file("insert.mov", self.movie.read_bytes())
         other = self.file("other.mov", self.movie.read_bytes())
