@@ -156,7 +156,7 @@ void read_includes(SourceText& source, DiagnosticList& diagnostics) {
   for (size_t hash = text.find('#'); hash != std::string_view::npos;
        hash = text.find('#', hash + 1)) {
     if (is_include_line(text, hash)) {
-      Expansion(source, diagnostics);
+      const Expansion expansion(source, diagnostics);
       return;
     }
   }

@@ -43,7 +43,7 @@ TOOLBOX_CALL OSErr NewUserData(UserData* theUserData) {
     if (theUserData == nullptr) return {paramErr, "a place for the list is needed"};
     auto list = std::make_unique<UserDataList>(UserDataList::Owner::kCaller);
     TRY_ASSIGN(*theUserData, reference_to(*list));
-    list.release();  // DisposeUserData takes it back
+    static_cast<void>(list.release());  // DisposeUserData takes it back
     return {};
   });
 }
@@ -56,7 +56,7 @@ TOOLBOX_CALL OSErr NewUserDataFromHandle(Handle h, UserData* theUserData) {
     auto list = std::make_unique<UserDataList>(UserDataList::Owner::kCaller);
     TRY(list->read_flat(bytes));
     TRY_ASSIGN(*theUserData, reference_to(*list));
-    list.release();
+    static_cast<void>(list.release());
     return {};
   });
 }

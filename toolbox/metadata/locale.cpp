@@ -45,7 +45,7 @@ std::string unpack(uint16_t packed) {
 
 std::string language_text(uint16_t language) {
   if (!is_packed_language(language) || language == kUndeterminedLanguage) return {};
-  const std::string three = unpack(language);
+  std::string three = unpack(language);
   if (!all_letters(three)) return {};
   for (size_t at = 0; at < kLanguages.size(); at += kRow) {
     if (kLanguages.substr(at + 2, 3) == three) return std::string(kLanguages.substr(at, 2));

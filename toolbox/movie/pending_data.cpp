@@ -14,9 +14,10 @@ namespace {
 constexpr uint64_t kMostInMemory = 16 * 1024 * 1024;
 
 Status write_failure() {
-  return {errno == ENOSPC || errno == EDQUOT ? dskFulErr : ioErr,
-          std::string("new media data cannot be kept in a temporary file (") +
-              std::strerror(errno) + "); make room or set TMPDIR to a folder with room"};
+  const int error = errno;
+  const OSErr code = error == ENOSPC || error == EDQUOT ? dskFulErr : ioErr;
+  return {code, std::string("new media data cannot be kept in a temporary file (") +
+                    std::strerror(error) + "); make room or set TMPDIR to a folder with room"};
 }
 
 // A file that vanishes with its descriptor.
