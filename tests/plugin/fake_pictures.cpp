@@ -3,8 +3,8 @@
 #include <map>
 #include <memory>
 
-#include "plugin/fake_calls.h"
 #include "plugin/fake_host.h"
+#include "plugin/fake_toolbox.h"
 
 namespace fake_pictures {
 namespace {
