@@ -8,11 +8,10 @@ import select
 import signal
 import subprocess
 import sys
-import tempfile
 import time
 import unittest
 
-KRZ = os.path.abspath(sys.argv[1])
+from command_test import KRZ, MovieTest, krz
 
 
 class Terminal:
@@ -68,22 +67,10 @@ class Terminal:
 
 
 def piped(text, *arguments):
-    return subprocess.run([KRZ, "repl", *map(str, arguments)], input=text, capture_output=True, text=True, timeout=60)
+    return krz("repl", *arguments, input=text)
 
 
-class Repl(unittest.TestCase):
-    @classmethod
-    def setUpClass(cls):
-        cls.folder = tempfile.TemporaryDirectory()
-        cls.path = pathlib.Path(cls.folder.name)
-        made = subprocess.run([KRZ, "demo", cls.path], capture_output=True, text=True, timeout=60)
-        assert made.returncode == 0, made.stderr
-        cls.movie = cls.path / "krz-demo.mov"
-
-    @classmethod
-    def tearDownClass(cls):
-        cls.folder.cleanup()
-
+class Repl(MovieTest):
     def test_pipes_are_read_piece_by_piece_and_mistakes_do_not_end_it(self):
         answer = piped('1+2\n\nnothing\nFor i = 1 To 2\n  Print i, _\n    "x"\nNext\nDim a = 1 \\ 0\n"end"')
         self.assertEqual(answer.stdout, '3\n1 x\n2 x\n"end"\n')
@@ -95,7 +82,7 @@ class Repl(unittest.TestCase):
     def test_exit_statuses(self):
         for text, arguments, status in (
             ("1 + 1", [], 0), ("", [], 0), ("Quit 9\n1", [], 9), ("If True Then\n", [], 1), ("Quit\nfail", [], 0),
-            ("1", [self.path / "no.mov"], 3), ("1", ["-w"], 2), ("1", ["a", "b"], 2),
+            ("1", [self.folder / "no.mov"], 3), ("1", ["-w"], 2), ("1", ["a", "b"], 2),
         ):
             with self.subTest(text=text, arguments=arguments):
                 self.assertEqual(piped(text, *arguments).returncode, status)
@@ -112,7 +99,7 @@ class Repl(unittest.TestCase):
         self.assertIn("opened for changes", piped("1", "-w", self.movie).stderr)
 
     def test_a_person_gets_prompts_blocks_and_messages(self):
-        terminal = Terminal(self.path / "person", self.movie)
+        terminal = Terminal(self.folder / "person", self.movie)
         self.assertIn("m is ", terminal.wait_for("for changes\n"))
         terminal.ask("m.Dur\t")
         self.assertIn("m.Duration\n6000\n", terminal.wait_for("6000\n"))
@@ -133,7 +120,7 @@ class Repl(unittest.TestCase):
         self.assertEqual(terminal.status(), 0)
 
     def test_tab_lists_what_is_possible(self):
-        terminal = Terminal(self.path / "tab")
+        terminal = Terminal(self.folder / "tab")
         terminal.ask("Class Shape\n Property width As Integer, weight As Double\nEnd Class")
         terminal.ask("Dim thing As New Shape")
         terminal.wait_for("krz> ")
@@ -146,7 +133,7 @@ class Repl(unittest.TestCase):
         self.assertEqual(terminal.status(), 3)
 
     def test_control_c_ends_what_runs_and_what_is_typed_but_not_the_session(self):
-        terminal = Terminal(self.path / "interrupt")
+        terminal = Terminal(self.folder / "interrupt")
         terminal.ask("Dim n As Integer")
         terminal.ask("While True : n = n + 1 : If n = 1000 Then Print \"running\"")
         terminal.wait_for("...> ")
@@ -166,7 +153,7 @@ class Repl(unittest.TestCase):
         self.assertEqual(terminal.status(), 0)
 
     def test_history_outlives_sessions_and_is_bounded(self):
-        state = self.path / "history"
+        state = self.folder / "history"
         file = state / "krz" / "history"
         terminal = Terminal(state)
         terminal.ask("40 + 2")
@@ -189,7 +176,7 @@ class Repl(unittest.TestCase):
         self.assertEqual((len(lines), lines[0], lines[-1]), (1001, "Print 4000", "Quit"))
 
     def test_without_a_place_for_history_all_else_works(self):
-        blocked = self.path / "blocked"
+        blocked = self.folder / "blocked"
         blocked.write_text("a file where a folder should be")
         terminal = Terminal(blocked)
         terminal.ask("1 + 2")
