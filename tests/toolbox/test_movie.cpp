@@ -161,15 +161,6 @@ TEST(Movie, ToleratesWhatFilesLeaveOutOrGetWrong) {
   EXPECT_EQ(trackIDNotFound, GetMoviesError());
 }
 
-TEST(Movie, OpensAMovieAtomThatHoldsOnlyUserData) {
-  const TemporaryFile file(atom_bytes(four_cc("moov"), atom_bytes(four_cc("udta"), {})));
-  ::Movie movie = nullptr;
-  ASSERT_EQ(noErr, ToolboxOpenMovie(file.path.c_str(), &movie)) << ToolboxErrorDetail();
-  EXPECT_EQ(0, GetMovieTrackCount(movie));
-  EXPECT_EQ(0, GetMovieDuration(movie));
-  ::DisposeMovie(movie);
-}
-
 // Finds an atom's payload in a file, for a test to damage it.
 uint8_t* payload_of(Bytes& file, const char (&type)[5]) {
   const auto found = std::search(file.begin(), file.end(), type, type + 4);
