@@ -2,6 +2,7 @@
 #include <krz/abi.h>
 
 #include "host_test.h"
+#include "registry/tables.h"
 #include "scripts/script_runner.h"
 
 namespace krz {

@@ -1,15 +1,10 @@
 ' Documents keep the order of their members, and wrong ones are refused.
 Dim root As New JSONItem, list As New JSONItem
-root.Value("zeta") = 1
-root.Value("alpha") = "é ""quoted""" + Chr(10)
-root.Value("seconds") = 10.0
-root.Value("big") = Int64(1099511627776)
-root.Value("yes") = True
-root.Value("none") = Nil
+root.Value("zeta") = 1 : root.Value("alpha") = "é ""quoted""" + Chr(10) : root.Value("seconds") = 10.0
+root.Value("big") = Int64(1099511627776) : root.Value("yes") = True : root.Value("none") = Nil
 list.Append 1
 list.Append "two"
-root.Value("list") = list
-root.Value("words") = Split("a b")
+root.Value("list") = list : root.Value("words") = Split("a b")
 Print root.ToString
 ' expect: {"zeta":1,"alpha":"é \"quoted\"\n","seconds":10.0,"big":1099511627776,"yes":true,"none":null,"list":[1,"two"],"words":["a","b"]}
 Print list.ToString(True)

@@ -6,9 +6,7 @@ b.LittleEndian = False
 Print b.ColorValue(0) = &c80FF00, b.Byte(1)          ' expect: True 128
 b.Size = 100000
 Print b.Byte(1), b.Byte(99999), b.Size               ' expect: 128 0 100000
-b.Byte(3) = 9
-b.Size = 4
-b.Size = 8
+b.Byte(3) = 9 : b.Size = 4 : b.Size = 8
 Print b.Byte(3), b.Byte(4)                           ' expect: 9 0
 b.CString(0) = "abc"
 Print b.CString(0), b.StringValue(1, 2)              ' expect: abc bc
