@@ -35,6 +35,9 @@ extern "C" {
 
 OSErr GetMoviesError() { return PASS(GetMoviesError); }
 Boolean GetTrackEnabled(Track track) { return PASS(GetTrackEnabled, track); }
+void SetTrackEnabled(Track track, Boolean enabled) {
+  WRITE_DOWN_AND_PASS(SetTrackEnabled, track, enabled);
+}
 Media GetTrackMedia(Track track) { return WRITE_DOWN_AND_PASS(GetTrackMedia, track); }
 MediaHandler GetMediaHandler(Media media) { return WRITE_DOWN_AND_PASS(GetMediaHandler, media); }
 Track GetMovieIndTrackType(Movie movie, SInt32 index, OSType type, SInt32 flags) {

@@ -49,26 +49,28 @@ class TextTracks : public MovieTest {
 
 TEST_F(TextTracks, CutWhatHas16BitsToThem) {
   const REALobject chapter = add_chapter("\xC3\xA9", 600);
-  for (const auto& [name, value] : std::map<const char*, int32_t>{{"FontNumber", 0x10005},
-                                                                  {"FontSize", -1},
-                                                                  {"TextJustification", 0x1FFFE},
-                                                                  {"DisplayFlags", 65536 + 2048},
-                                                                  {"ScrollDelay", 30},
-                                                                  {"HighLightStart", 1},
-                                                                  {"HighLightEnd", 0x18000},
-                                                                  {"Left", 10},
-                                                                  {"Top", 32767},
-                                                                  {"Width", 100},
-                                                                  {"Height", 1},
-                                                                  {"TextColor", 0x00FF8000},
-                                                                  {"BackColor", 0x00010203},
-                                                                  {"HighLightColor", 0x00FFFFFF}}) {
+  const std::pair<const char*, int32_t> values[] = {{"FontNumber", 0x10005},
+                                                    {"FontSize", -1},
+                                                    {"TextJustification", 0x1FFFE},
+                                                    {"DisplayFlags", 65536 + 2048},
+                                                    {"ScrollDelay", 30},
+                                                    {"HighLightStart", 1},
+                                                    {"HighLightEnd", 0x18000},
+                                                    {"Left", 10},
+                                                    {"Top", 32767},
+                                                    {"Width", 100},
+                                                    {"Height", 1},
+                                                    {"TextColor", 0x00FF8000},
+                                                    {"BackColor", 0x00010203},
+                                                    {"HighLightColor", 0x00FFFFFF}};
+  for (const auto& [name, value] : values) {
     field<int32_t>(chapter, kChapter, name) = value;
   }
   for (const char* name :
        {"bold", "underline", "shadow", "extend", "HasTextColor", "HasHighLightColor"})
     field<Boolean>(chapter, kChapter, name) = 0x80;  // any byte but zero is true
   add_track();
+  EXPECT_TRUE(called("SetTrackEnabled("));
   EXPECT_TRUE(called("TextMediaAddTextSample(5, -1, 85, -2, 67584, 30, 1, -32768, 600)"));
   EXPECT_EQ(toolbox().look,
             "text 65535/32896/0, back nil, highlight 65535/65535/65535, box 32767 10 -32768 110");

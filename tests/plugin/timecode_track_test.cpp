@@ -34,15 +34,11 @@ class TimecodeTracks : public MovieTest {
 };
 
 TEST_F(TimecodeTracks, CutEveryFieldToItsBits) {
-  for (const auto& [name, value] : std::map<const char*, int32_t>{{"Height", 100 << 16},
-                                                                  {"NumberOfFrames", 300},
-                                                                  {"Hours", 300},
-                                                                  {"Minutes", 5},
-                                                                  {"Seconds", 256 + 6},
-                                                                  {"Frames", -1},
-                                                                  {"FontFace", 0x10003},
-                                                                  {"FontSize", 24},
-                                                                  {"FontForeColor", 0x01FF8002}}) {
+  const std::pair<const char*, int32_t> values[] = {
+      {"Height", 100 << 16}, {"NumberOfFrames", 300}, {"Hours", 300},
+      {"Minutes", 5},        {"Seconds", 256 + 6},    {"Frames", -1},
+      {"FontFace", 0x10003}, {"FontSize", 24},        {"FontForeColor", 0x01FF8002}};
+  for (const auto& [name, value] : values) {
     parameter<int32_t>(name) = value;
   }
   parameter<Boolean>("IsNeg") = 0x80;  // any byte but zero is true

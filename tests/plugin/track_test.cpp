@@ -73,6 +73,15 @@ TEST_F(Tracks, TakeAndGiveTruthValuesOfAnyByteButZero) {
   fake_host::unlock(object);
 }
 
+TEST_F(Tracks, UnlockTheDescriptionsThatTheyHandOut) {
+  const REALobject object = krz::MakeTrackObject(track(1), movie_);
+  fake_host::unlock(
+      call<REALobject>(object, "QTTrackKRZ",
+                       "MediaSampleDescription(index as integer) as QTSampleDescriptionKRZ", 1));
+  EXPECT_EQ(toolbox().locks, 0);
+  fake_host::unlock(object);
+}
+
 TEST_F(Tracks, LetBitsAboveAColourRunOverIntoRed) {
   const REALobject object = krz::MakeTrackObject(track(1), movie_);
   call<void>(object, "QTTrackKRZ", "MediaSetGraphicsMode(Mode as integer, TheColor as color)",

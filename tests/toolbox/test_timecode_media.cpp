@@ -227,6 +227,18 @@ TEST_F(TimecodeMedia, ASourceReferenceGoesIntoDescriptionsOfBothOrders) {
   EXPECT_EQ(noErr, DisposeUserData(list));
 }
 
+TEST_F(TimecodeMedia, OtherHandlersDoNotAnswer) {
+  const MediaHandler text = GetMediaHandler(movie_.add_media(TextMediaType, 600));
+  SInt32 flags = 5;
+  EXPECT_EQ(badComponentSelector, TCGetTimeCodeFlags(text, &flags));
+  EXPECT_EQ(badComponentInstance, TCGetTimeCodeFlags(nullptr, &flags));
+  EXPECT_EQ(flags, 5);
+  TimeCodeDef definition = {};
+  TimeCodeRecord record = {};
+  EXPECT_EQ(paramErr, TCFrameNumberToTimeCode(handler(), 1, &definition, &record));
+  EXPECT_EQ(paramErr, TCTimeCodeToFrameNumber(handler(), nullptr, &record, &flags));
+}
+
 TEST_F(TimecodeMedia, HowItIsDrawnIsKeptByTheFile) {
   TCTextOptions options = {};
   ASSERT_EQ(noErr, TCGetDisplayOptions(handler(), &options));
