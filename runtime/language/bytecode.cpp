@@ -111,6 +111,75 @@ class Reader {
   bool good_ = true;
 };
 
+/// How many words of registers follow an instruction.
+size_t words_behind(const Instruction& instruction, const Program& program) {
+  const auto words_of = [](size_t registers) { return (registers + 3) / 4; };
+  switch (instruction.op) {
+    case Op::kVariantOperate:
+    case Op::kVariantCompare:
+      return 1;
+    case Op::kConcatenate:
+    case Op::kResize:
+      return words_of(instruction.b);
+    case Op::kCallRoutine:
+    case Op::kCallVirtual:
+    case Op::kNewArray:
+    case Op::kMakeArray:
+    case Op::kFlatIndex:
+      return words_of(instruction.c);
+    case Op::kCallMethod:
+    case Op::kCallSetter:
+      return words_of(program.methods[instruction.b]->signature.parameters.size());
+    case Op::kPrint:
+      return words_of(size_t{instruction.a} * 2);
+    default:
+      return 0;
+  }
+}
+
+/// The routines that running the program can come to: those that are called, and all of a class
+/// that has instances. What a script includes is mostly more than it needs.
+class Reached {
+ public:
+  explicit Reached(const Program& program)
+      : program_(program), reached_(program.routines.size(), false) {
+    add(0);
+    while (!waiting_.empty()) {
+      const RoutineCode& routine = program_.routines[waiting_.back()];
+      waiting_.pop_back();
+      look_through(routine.code);
+    }
+  }
+
+  bool contains(size_t routine) const { return reached_[routine]; }
+
+ private:
+  void add(size_t routine) {
+    if (reached_[routine]) return;
+    reached_[routine] = true;
+    waiting_.push_back(routine);
+  }
+
+  void look_through(const std::vector<Instruction>& code) {
+    for (size_t at = 0; at < code.size(); at += 1 + words_behind(code[at], program_)) {
+      if (code[at].op == Op::kCallRoutine) add(code[at].b);
+      if (code[at].op == Op::kNew) add_class(as_script_class(program_.classes[code[at].b]));
+    }
+  }
+
+  void add_class(const ScriptClass* one) {
+    for (; one != nullptr; one = one->script_superclass) {
+      for (const uint16_t method : one->methods) add(method);
+      add(one->initialiser);
+      add(one->destructor);
+    }
+  }
+
+  const Program& program_;
+  std::vector<bool> reached_;
+  std::vector<size_t> waiting_;
+};
+
 void write_routine(Writer& out, const RoutineCode& routine) {
   out.text(routine.name);
   out.list(routine.code);
@@ -184,7 +253,9 @@ void write_body(Writer& out, const Program& program) {
     out.text(one->name);
   }
   out.number(program.routines.size());
-  for (const RoutineCode& one : program.routines) write_routine(out, one);
+  const Reached reached(program);
+  for (size_t i = 0; i < program.routines.size(); ++i)
+    write_routine(out, reached.contains(i) ? program.routines[i] : RoutineCode());
 }
 
 class ProgramReader {

@@ -48,7 +48,7 @@ class FileWriter {
   Status finish();
 
  private:
-  static constexpr size_t kGathered = 1024 * 1024;
+  static constexpr size_t kGathered = 256 * 1024;
   static constexpr size_t kPage = 4096;
 
   /// Room for up to `wanted` bytes behind what is gathered, at least one byte; what is put there
