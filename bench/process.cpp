@@ -16,8 +16,8 @@ namespace bench {
 
 Command without_flushes(const Command& command) {
   const auto build = std::filesystem::canonical("/proc/self/exe").parent_path().parent_path();
-  Command unflushed{command.label, {"env", "LD_PRELOAD=" + (build / "lib/no_flush.so").string()}};
-  unflushed.words.insert(unflushed.words.end(), command.words.begin(), command.words.end());
+  Command unflushed = command;
+  unflushed.preload = (build / "lib/no_flush.so").string();
   return unflushed;
 }
 
@@ -33,6 +33,12 @@ Run run_once(const Command& command) {
   std::vector<char*> argv;
   for (const std::string& word : command.words) argv.push_back(const_cast<char*>(word.c_str()));
   argv.push_back(nullptr);
+  std::vector<char*> environment;
+  for (char** variable = environ; *variable != nullptr; ++variable)
+    environment.push_back(*variable);
+  std::string preload = "LD_PRELOAD=" + command.preload;
+  if (!command.preload.empty()) environment.push_back(preload.data());
+  environment.push_back(nullptr);
   posix_spawn_file_actions_t actions;
   posix_spawn_file_actions_init(&actions);
   posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
@@ -40,7 +46,8 @@ Run run_once(const Command& command) {
 
   const auto begin = std::chrono::steady_clock::now();
   pid_t child = 0;
-  const int failure = posix_spawnp(&child, argv[0], &actions, nullptr, argv.data(), environ);
+  const int failure =
+      posix_spawnp(&child, argv[0], &actions, nullptr, argv.data(), environment.data());
   int status = 0;
   rusage usage{};
   if (failure == 0) wait4(child, &status, 0, &usage);

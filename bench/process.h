@@ -10,6 +10,8 @@ namespace bench {
 struct Command {
   std::string label;
   std::vector<std::string> words;
+  std::string preload =
+      {};  // a library that is loaded in front of the program's own; empty for none
 };
 
 struct Timing {

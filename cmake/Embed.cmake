@@ -11,6 +11,19 @@ function(krz_embed variable)
   set(${variable} ${output} PARENT_SCOPE)
 endfunction()
 
+# krz_compile_scripts(VARIABLE TOOL DEPENDENCY...): the bytecode of the embedded scripts, as a C++ source that the
+# program TOOL prints.
+function(krz_compile_scripts variable tool)
+  set(output ${CMAKE_CURRENT_BINARY_DIR}/compiled_scripts.cpp)
+  add_custom_command(
+    OUTPUT ${output}
+    COMMAND ${tool} ${output}
+    DEPENDS ${tool} ${ARGN}
+    COMMENT "Compiling the built-in commands"
+    VERBATIM)
+  set(${variable} ${output} PARENT_SCOPE)
+endfunction()
+
 # krz_embed_text(VARIABLE CONSTANT FILE...): turns text files, one behind the other, into one constant of namespace cli.
 function(krz_embed_text variable constant)
   set(output ${CMAKE_CURRENT_BINARY_DIR}/embedded_${constant}.cpp)

@@ -28,7 +28,7 @@ int write_manual(std::span<char*> words);
 
 /// Runs a program in the host language with the module loaded; `file` is what its diagnostics call
 /// it.
-int run_program(std::string_view program, std::string file, const Invocation& invocation,
+int run_program(std::string_view program, const std::string& file, const Invocation& invocation,
                 std::vector<std::string> arguments);
 
 }  // namespace cli

@@ -34,9 +34,10 @@ End Function
 Sub List(list As ChapterList, m As Movie)
   Print CommandLine.Heading("   #          from            to  title")
   Dim start As String
-  If list.Items.Count > 0 Then start = PadLeft(ChapterClock(list.Items(0).Start, m), 14)
+  Dim scale As Integer = m.TimeScale
+  If list.Items.Count > 0 Then start = PadLeft(ClockText(list.Items(0).Start, scale, 2), 14)
   For i As Integer = 0 To list.Items.LastIndex
-    Dim finish As String = PadLeft(ChapterClock(list.EndOf(i), m), 14)
+    Dim finish As String = PadLeft(ClockText(list.EndOf(i), scale, 2), 14)
     Print PadLeft(Str(i + 1), 4) + start + finish + "  " + OneLine(list.Items(i).Title)
     start = finish
   Next

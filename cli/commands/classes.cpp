@@ -9,6 +9,7 @@
 #include "language/names.h"
 #include "reference/class_members.h"
 #include "reference/class_reference.h"
+#include "registry/names.h"
 #include "registry/registry.h"
 #include "runtime.h"
 
@@ -16,14 +17,17 @@ namespace cli {
 
 namespace {
 
-nlohmann::ordered_json as_json(const krz::ClassInfo& class_info) {
+/// With its members of a name, or with all of them.
+nlohmann::ordered_json as_json(const krz::ClassInfo& class_info, std::string_view only = {}) {
   const std::string superclass = superclass_name(class_info);
   nlohmann::ordered_json document = {{"name", class_info.name()}};
   document["superclass"] =
       superclass.empty() ? nlohmann::ordered_json() : nlohmann::ordered_json(superclass);
   for (const MemberKind& kind : members_of(class_info)) {
     auto& list = document[kind.json_key] = nlohmann::ordered_json::array();
-    for (const DeclaredMember& member : kind.members) list.push_back(member.declaration);
+    for (const DeclaredMember& member : kind.members) {
+      if (only.empty() || krz::same_name(member.name, only)) list.push_back(member.declaration);
+    }
   }
   return document;
 }
@@ -54,11 +58,13 @@ void report_no_class(std::string_view name, const std::vector<const krz::ClassIn
 }
 
 /// A member of the class or of one that it inherits from.
-int print_member(const krz::ClassInfo& class_info, std::string_view name) {
+int print_member(const krz::ClassInfo& class_info, std::string_view name, bool json) {
   for (const krz::ClassInfo* one = &class_info; one; one = one->superclass()) {
     const std::string listing = member_listing(*one, name);
     if (listing.empty()) continue;
-    std::fputs(listing.c_str(), stdout);
+    const std::string text =
+        json ? nlohmann::ordered_json::array({as_json(*one, name)}).dump(2) + "\n" : listing;
+    std::fputs(text.c_str(), stdout);
     return kDone;
   }
   const std::vector<std::string> members = class_info.member_names();
@@ -84,7 +90,8 @@ int list_classes(const Invocation& invocation) {
       report_no_class(name, classes);
       return kFailed;
     }
-    if (name.size() < asked.size()) return print_member(*found, asked.substr(name.size() + 1));
+    if (name.size() < asked.size())
+      return print_member(*found, asked.substr(name.size() + 1), invocation.has("json"));
     classes = {found};
   }
   if (invocation.has("json")) {

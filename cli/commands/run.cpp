@@ -8,12 +8,26 @@
 #include "command_line_class.h"
 #include "commands/actions.h"
 #include "commands/script_file.h"
+#include "commands/scripts.h"
 #include "language/script.h"
 #include "runtime.h"
 
 namespace cli {
 
 namespace {
+
+/// A built-in command is compiled already. It is compiled again when the module that is there lacks
+/// a class that it names, which then gives the messages.
+std::unique_ptr<krz::Script> make_script(krz::Runtime& runtime, std::string_view program,
+                                         const std::string& file) {
+  if (const std::string_view bytecode = bytecode_of(program.data()); !bytecode.empty()) {
+    if (auto script = krz::Script::load(runtime, bytecode, program, file)) return script;
+  }
+  std::vector<krz::Diagnostic> diagnostics;
+  auto script = krz::Script::compile(runtime, program, file, diagnostics);
+  for (const krz::Diagnostic& diagnostic : diagnostics) runtime.write_error(diagnostic.text());
+  return script;
+}
 
 /// Ctrl-C ends the script, not the process: its objects still die in order.
 void end_script_on_interrupt() {
@@ -24,7 +38,7 @@ void end_script_on_interrupt() {
 
 }  // namespace
 
-int run_program(std::string_view program, std::string file, const Invocation& invocation,
+int run_program(std::string_view program, const std::string& file, const Invocation& invocation,
                 std::vector<std::string> arguments) {
   krz::RuntimeOptions options;
   options.arguments = std::move(arguments);
@@ -39,12 +53,8 @@ int run_program(std::string_view program, std::string file, const Invocation& in
   }
   register_command_line(runtime, invocation);
 
-  std::vector<krz::Diagnostic> diagnostics;
-  const auto script = krz::Script::compile(runtime, program, std::move(file), diagnostics);
-  if (!script) {
-    for (const krz::Diagnostic& diagnostic : diagnostics) runtime.write_error(diagnostic.text());
-    return kFailed;
-  }
+  const auto script = make_script(runtime, program, file);
+  if (!script) return kFailed;
   end_script_on_interrupt();
   const int status = script->run();
   runtime.flush_output();

@@ -1,7 +1,21 @@
 // The built-in commands' programs, made from the scripts of this folder when krz is built.
 #pragma once
 
+#include <span>
+#include <string_view>
+
 namespace cli {
+
+struct NamedScript {
+  const char* file;  // "info.bas"
+  const char* text;
+};
+
+/// All that are declared below.
+std::span<const NamedScript> scripts();
+
+/// The bytecode of one of them, known by its address; empty for any other text.
+std::string_view bytecode_of(const char* script);
 
 extern const char kInfoScript[];
 extern const char kInfoJSONScript[];

@@ -1,4 +1,6 @@
 // Every command of krz: its words, options, help and program.
+#include <array>
+#include <span>
 #include <vector>
 
 #include "command.h"
@@ -152,14 +154,20 @@ constexpr Noun kNouns[] = {
 
 }  // namespace
 
+namespace {
+
+std::array<std::span<const Command>, 8> groups() {
+  return {kGeneralCommands, edit_commands(),   chapter_commands(), timecode_commands(),
+          meta_commands(),  sample_commands(), clip_commands(),    sound_commands()};
+}
+
+}  // namespace
+
 std::span<const Command> commands() {
   static const std::vector<Command> all = [] {
-    std::vector<Command> list(std::begin(kGeneralCommands), std::end(kGeneralCommands));
-    for (const std::span<const Command> more :
-         {edit_commands(), chapter_commands(), timecode_commands(), meta_commands(),
-          sample_commands(), clip_commands(), sound_commands()}) {
-      list.insert(list.end(), more.begin(), more.end());
-    }
+    std::vector<Command> list;
+    for (const std::span<const Command> group : groups())
+      list.insert(list.end(), group.begin(), group.end());
     return list;
   }();
   return all;
@@ -170,8 +178,10 @@ std::span<const Topic> topics() { return kTopics; }
 std::span<const Noun> nouns() { return kNouns; }
 
 const Command* find_command(std::string_view name) {
-  for (const Command& command : commands()) {
-    if (name == command.name) return &command;
+  for (const std::span<const Command> group : groups()) {
+    for (const Command& command : group) {
+      if (name == command.name) return &command;
+    }
   }
   return nullptr;
 }

@@ -13,7 +13,8 @@
 
 namespace {
 
-/// What the command needs to start, below the library folder; the command comes last.
+/// What the command needs to start, below the library folder, each in front of what needs it.
+/// Opened by its path, none is looked for in other folders. The command comes last.
 constexpr const char* kParts[] = {"libtoolbox.so." KRZ_INTERFACE, "libkrzruntime.so." KRZ_INTERFACE,
                                   "krz/krz-command.so"};
 
@@ -71,10 +72,12 @@ int main(int argc, char** argv) {
   char folder[PATH_MAX];
   if (!find_libraries(folder)) return fail("it cannot be told where krz is");
   char path[2 * PATH_MAX];
-  std::snprintf(path, sizeof path, "%s%s", folder, "krz/krz-command.so");
-
-  void* const command = dlopen(path, RTLD_NOW | RTLD_LOCAL);
-  if (!command) return explain(folder, dlerror());
+  void* command = nullptr;
+  for (const char* part : kParts) {
+    std::snprintf(path, sizeof path, "%s%s", folder, part);
+    command = dlopen(path, RTLD_NOW | RTLD_LOCAL);
+    if (!command) return explain(folder, dlerror());
+  }
   using Entry = int (*)(int, char**);
   const auto entry = reinterpret_cast<Entry>(dlsym(command, "krz_command"));
   if (!entry) return explain(folder, dlerror());

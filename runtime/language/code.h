@@ -18,6 +18,8 @@
 
 namespace krz {
 
+class Registry;
+
 enum class Op : uint16_t {
   // Values. Groups of three are in the order of Storage.
   kLoadInteger,  // a = the 32-bit number in b and c
@@ -267,6 +269,13 @@ struct TextConstant {
   REALstring string = nullptr;  // made at first use
 };
 
+/// A registered method that is looked up when it is first called.
+struct LateMethod {
+  const ClassInfo* owner = nullptr;  // null for a global function
+  std::string_view declaration;
+  bool shared = false;
+};
+
 /// A compiled script. The texts it views belong to the syntax tree and the source, which must
 /// outlive it.
 struct Program {
@@ -275,14 +284,24 @@ struct Program {
   std::vector<TextConstant> texts;
   std::vector<Type> types;
   std::vector<const ClassInfo*> classes;
-  std::vector<const MethodInfo*> methods;
+  std::vector<const MethodInfo*> methods;  // null: late_methods tells which
   std::vector<const PropertyInfo*> properties;
   ScriptClassList script_classes;
+  std::vector<LateMethod> late_methods;  // of a program that was read from bytecode: all of them
+  const Registry* registry = nullptr;    // where those are looked up
 
   Program() = default;
   Program(const Program&) = delete;
   Program& operator=(const Program&) = delete;
   ~Program();
+
+  /// Null when the registry has no method of that declaration.
+  const MethodInfo* method(size_t index) {
+    return methods[index] != nullptr ? methods[index] : find_method(index);
+  }
+
+ private:
+  const MethodInfo* find_method(size_t index);  // bytecode.cpp
 };
 
 }  // namespace krz

@@ -19,6 +19,7 @@ constexpr size_t kMostFrames = 10000;
 constexpr size_t kReservedFrames = 500;
 constexpr size_t kReservedSlots = size_t{1} << 16;
 constexpr size_t kLongestShownExpression = 60;
+constexpr size_t kUsualArguments = 8;
 
 }  // namespace
 
@@ -32,7 +33,8 @@ Machine::Machine(Runtime& runtime, Program& program, const SourceText& source)
     : runtime_(runtime),
       program_(program),
       source_(source),
-      stack_(static_cast<Slot*>(std::calloc(kStackSlots, sizeof(Slot))), std::free) {}
+      stack_(static_cast<Slot*>(std::calloc(kStackSlots, sizeof(Slot))), std::free),
+      arguments_(kUsualArguments) {}
 
 Machine::~Machine() = default;
 
@@ -47,16 +49,8 @@ bool Machine::start() {
   return true;
 }
 
-void Machine::make_room_for_arguments() {
-  size_t most = 1;
-  for (const MethodInfo* method : program_.methods)
-    most = std::max(most, method->signature.parameters.size());
-  arguments_.resize(most);
-}
-
 int Machine::run() {
   if (!start()) return 1;
-  make_room_for_arguments();
   const Outcome outcome = execute();
   drop_frames(1);
   clean_frame(frames_.back());
@@ -76,7 +70,6 @@ int Machine::run() {
 }
 
 Machine::Outcome Machine::run_piece() {
-  make_room_for_arguments();
   // The program has grown: its routines may have moved, and there may be more variables.
   const RoutineCode& variables = program_.routines[0];
   const RoutineCode& piece = program_.routines[1];

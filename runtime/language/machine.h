@@ -91,7 +91,6 @@ class Machine {
   bool unwind(const Instruction*& next, Slot*& registers);
   void drop_frames(size_t kept);
   void let_go_of_exceptions(Outcome outcome);
-  void make_room_for_arguments();
   void clear_registers(const Frame& frame, const Handler& handler);
   void report_uncaught();
   SourceOffset position_of(const Instruction* next) const;
@@ -111,8 +110,11 @@ class Machine {
   void break_cycles();
 
   // machine_objects.cpp: calls and conversions.
-  bool call_method_at(const Instruction& instruction, const Instruction* words, Slot* registers);
-  bool call_setter_at(const Instruction& instruction, const Instruction* words, Slot* registers);
+  bool call_method_at(const MethodInfo& method, const Instruction& instruction,
+                      const Instruction* words, Slot* registers);
+  bool call_setter_at(const MethodInfo& method, const Instruction& instruction,
+                      const Instruction* words, Slot* registers);
+  void raise_no_method(size_t index);
   bool load_text(uint32_t index, Slot& target);
   bool concatenate(const Instruction& instruction, const Instruction* words, Slot* registers);
   bool to_text(const Slot& value, const Type& type, Slot& target);

@@ -227,23 +227,33 @@ Machine::Outcome Machine::execute() {
           if (make_instance(*program_.classes[i.b], r[i.a])) continue;
           break;
         case Op::kCallMethod: {
+          const MethodInfo* const method = program_.method(i.b);
+          if (method == nullptr) {
+            raise_no_method(i.b);
+            break;
+          }
           const Instruction* words = next;
-          next += word_count(program_.methods[i.b]->signature.parameters.size());
+          next += word_count(method->signature.parameters.size());
           if (i.c != kNoRegister && r[i.c].object == nullptr) {
             raise_nil(words);
             break;
           }
-          if (call_method_at(i, words, r)) continue;
+          if (call_method_at(*method, i, words, r)) continue;
           break;
         }
         case Op::kCallSetter: {
+          const MethodInfo* const method = program_.method(i.b);
+          if (method == nullptr) {
+            raise_no_method(i.b);
+            break;
+          }
           const Instruction* words = next;
-          next += word_count(program_.methods[i.b]->signature.parameters.size());
+          next += word_count(method->signature.parameters.size());
           if (i.c != kNoRegister && r[i.c].object == nullptr) {
             raise_nil(words);
             break;
           }
-          if (call_setter_at(i, words, r)) continue;
+          if (call_setter_at(*method, i, words, r)) continue;
           break;
         }
         case Op::kGetProperty: {

@@ -11,13 +11,13 @@
 namespace krz {
 
 void Machine::gather(const Instruction* words, size_t count, const Slot* registers) {
+  if (count > arguments_.size()) arguments_.resize(count);
   for (size_t i = 0; i < count; ++i) arguments_[i] = registers[word_register(words, i)];
 }
 
-bool Machine::call_method_at(const Instruction& instruction, const Instruction* words,
-                             Slot* registers) {
+bool Machine::call_method_at(const MethodInfo& method, const Instruction& instruction,
+                             const Instruction* words, Slot* registers) {
   const Undisturbed undisturbed(*this);
-  const MethodInfo& method = *program_.methods[instruction.b];
   const REALobject receiver =
       instruction.c == kNoRegister ? nullptr : registers[instruction.c].object;
   gather(words, method.signature.parameters.size(), registers);
@@ -33,15 +33,23 @@ bool Machine::call_method_at(const Instruction& instruction, const Instruction* 
   return true;
 }
 
-bool Machine::call_setter_at(const Instruction& instruction, const Instruction* words,
-                             Slot* registers) {
+bool Machine::call_setter_at(const MethodInfo& method, const Instruction& instruction,
+                             const Instruction* words, Slot* registers) {
   const Undisturbed undisturbed(*this);
-  const MethodInfo& method = *program_.methods[instruction.b];
   const REALobject receiver =
       instruction.c == kNoRegister ? nullptr : registers[instruction.c].object;
   gather(words, method.signature.parameters.size(), registers);
   call_setter(method, receiver, arguments_.data(), registers[instruction.a]);
   return check_call();
+}
+
+/// A program that was compiled earlier meets another module than it was compiled for.
+void Machine::raise_no_method(size_t index) {
+  const LateMethod& method = program_.late_methods[index];
+  raise("RuntimeException",
+        std::string(method.owner != nullptr ? method.owner->name() : "the runtime") +
+            " has no member " + std::string(method.declaration) +
+            "; this program was compiled for another module, install krz again");
 }
 
 /// Strings of the script are made when they are first needed: most of a long script does not run.

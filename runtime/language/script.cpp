@@ -1,6 +1,7 @@
 // From source text to a program that runs.
 #include "language/script.h"
 
+#include "language/bytecode.h"
 #include "language/checker.h"
 #include "language/compiler.h"
 #include "language/includes.h"
@@ -46,6 +47,17 @@ std::unique_ptr<Script> Script::compile(Runtime& runtime, std::string_view sourc
   }
   diagnostics = list.take();
   if (!diagnostics.empty()) return nullptr;
+  return std::unique_ptr<Script>(new Script(std::move(state)));
+}
+
+std::string Script::bytecode() const { return write_bytecode(state_->program); }
+
+std::unique_ptr<Script> Script::load(Runtime& runtime, std::string_view bytecode,
+                                     std::string_view source, std::string file) {
+  auto state = std::make_unique<State>(runtime, source, std::move(file));
+  DiagnosticList list(state->source);
+  read_includes(state->source, list);
+  if (!read_bytecode(bytecode, runtime.registry(), state->program)) return nullptr;
   return std::unique_ptr<Script>(new Script(std::move(state)));
 }
 

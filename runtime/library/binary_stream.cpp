@@ -31,13 +31,13 @@ REALobject open_item(REALfolderItemStruct* item, bool writable) {
   return open_stream(g_class, item, opening(writable));
 }
 REALobject open_path(REALstring path, bool writable) {
-  return open_stream(g_class, string_utf8(path), opening(writable));
+  return open_stream(g_class, string_path(path), opening(writable));
 }
 REALobject create_item(REALfolderItemStruct* item, bool overwrite) {
   return open_stream(g_class, item, creating(overwrite));
 }
 REALobject create_path(REALstring path, bool overwrite) {
-  return open_stream(g_class, string_utf8(path), creating(overwrite));
+  return open_stream(g_class, string_path(path), creating(overwrite));
 }
 
 // Grows with the bytes that really arrive.

@@ -42,10 +42,10 @@ void construct(REALobject item, REALstring path) {
   delete std::exchange(data_of(item).names, nullptr);
 }
 
-std::string path_of(REALobject item) { return string_utf8(data_of(item).path); }
+std::string path_of(REALobject item) { return string_path(data_of(item).path); }
 
 bool read_status(REALobject item, struct stat& status) {
-  return ::stat(string_utf8(data_of(item).path).c_str(), &status) == 0;
+  return ::stat(string_path(data_of(item).path).c_str(), &status) == 0;
 }
 
 REALstring get_path(REALobject item, intptr_t) {
@@ -108,7 +108,7 @@ std::string child_path(REALobject item, const std::string& name) {
 }
 
 REALfolderItemStruct* child(REALobject item, REALstring name_text) {
-  const std::string name = string_utf8(name_text);
+  const std::string name = string_path(name_text);
   if (!name.empty() && name.find('/') == std::string::npos)
     return new_folder_item(child_path(item, name));
   raise_exception("InvalidArgumentException",
@@ -168,7 +168,7 @@ void move_to(REALobject item, REALfolderItemStruct* target) {
   unlock_string(path);
 }
 
-REALfolderItemStruct* item_for_path(REALstring path) { return new_folder_item(string_utf8(path)); }
+REALfolderItemStruct* item_for_path(REALstring path) { return new_folder_item(string_path(path)); }
 
 PropertyEntry g_properties[] = {
     KRZ_READ_ONLY(get_path, "Path", "String"),
@@ -209,7 +209,7 @@ REALfolderItemStruct* new_folder_item(std::string_view path) {
 std::string folder_item_path(REALfolderItemStruct* item) {
   const auto object = reinterpret_cast<REALobject>(item);
   const bool is_item = object && object->class_info && object->class_info->definition() == &g_class;
-  return is_item ? string_utf8(data_of(object).path) : std::string();
+  return is_item ? string_path(data_of(object).path) : std::string();
 }
 
 void register_folder_item(Registry& registry) {

@@ -55,7 +55,7 @@ REALobject movie_object(Movie reference, REALstring path) {
 }
 
 REALobject open_movie(REALstring path, bool for_writing) {
-  const std::string file = string_utf8(path);
+  const std::string file = string_path(path);
   Movie reference = nullptr;
   const auto open = for_writing ? &ToolboxOpenMovieForWriting : &ToolboxOpenMovie;
   if (const OSErr status = open(file.c_str(), &reference); status != noErr) {
@@ -124,7 +124,7 @@ void save(REALobject movie) {
 }
 
 void save_as(REALobject movie, REALstring path, bool overwrite, bool shown_only) {
-  const std::string file = string_utf8(path);
+  const std::string file = string_path(path);
   const WatchedWork progress("writing MiB", 1024 * 1024);
   const auto save_movie = shown_only ? ToolboxSaveShownMovieAs : ToolboxSaveMovieAs;
   const OSErr status = save_movie(data_of(movie).movie, file.c_str(), overwrite);

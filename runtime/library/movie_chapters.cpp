@@ -7,6 +7,7 @@
 #include <memory>
 #include <utility>
 
+#include "language/script.h"
 #include "library/movie.h"
 #include "library/parts.h"
 #include "object/exceptions.h"
@@ -18,6 +19,8 @@
 namespace krz {
 
 namespace {
+
+constexpr TimeValue kLastTime = 0x7FFFFFFF;
 
 struct HandleDeleter {
   void operator()(Handle handle) const { DisposeHandle(handle); }
@@ -41,23 +44,16 @@ bool is_marked_utf16(std::string_view text) {
 /// The text in UTF-8: a mark decides, else it is UTF-8 if it can be, else MacRoman. What tools
 /// write into the encoding extension of samples is not what their text is in.
 std::string decoded(std::string_view text) {
-  uint32_t text_encoding = is_valid_utf8(text) ? encoding::kUtf8 : encoding::kMacRoman;
-  std::string units;
   if (is_marked_utf16(text)) {
-    units = text.substr(2);
+    std::string units(text.substr(2));
     const bool is_big_endian = text.starts_with('\xFE');
     for (size_t i = 0; is_big_endian && i + 1 < units.size(); i += 2)
       std::swap(units[i], units[i + 1]);
-    text = units;
-    text_encoding = encoding::kUtf16;
-  } else if (text.starts_with("\xEF\xBB\xBF")) {
-    text.remove_prefix(3);
+    return transcode(units, encoding::kUtf16, encoding::kUtf8);
   }
-  std::string result;
-  TextReader reader(text, text_encoding);
-  for (char32_t character = 0; reader.next(character);)
-    append_character(result, character, encoding::kUtf8);
-  return result;
+  const bool is_utf8 = is_valid_utf8(text);
+  if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
+  return is_utf8 ? std::string(text) : transcode(text, encoding::kMacRoman, encoding::kUtf8);
 }
 
 /// The text of a sample: its length in 16 bits, which may be more than there is, then the text.
@@ -69,25 +65,78 @@ std::string_view text_part(std::string_view sample) {
   return sample.substr(kLengthBytes, length);
 }
 
-// The text that a track shows at a time of the movie, as it is stored; "" where it shows none.
-std::string stored_text(int32_t track_handle, int32_t time) {
-  const Track track = track_of(track_handle);
-  const OwnedHandle sample(NewHandle(0));
-  const TimeValue media_time = TrackTimeToMediaTime(time, track);
-  if (!sample || media_time < 0) return {};
-  SInt32 size = 0;
-  const OSErr status = GetMediaSample(GetTrackMedia(track), sample.get(), 0, &size, media_time,
-                                      nullptr, nullptr, nullptr, nullptr, 1, nullptr, nullptr);
-  if (status != noErr) raise_failure(status);
-  return status == noErr ? std::string(text_part(bytes_of(sample))) : std::string();
-}
+/// The texts of a track's samples, one at a time.
+class SampleTexts {
+ public:
+  explicit SampleTexts(int32_t handle)
+      : track_(track_of(handle)), media_(GetTrackMedia(track_)), sample_(NewHandle(0)) {}
+
+  /// What is shown at a time of the movie, as it is stored; "" where nothing is. Good until the
+  /// next one is asked for. Raises what is wrong.
+  std::string_view at(TimeValue time) {
+    const TimeValue media_time = TrackTimeToMediaTime(time, track_);
+    if (!sample_ || media_time < 0) return {};
+    SInt32 size = 0;
+    const OSErr status = GetMediaSample(media_, sample_.get(), 0, &size, media_time, nullptr,
+                                        nullptr, nullptr, nullptr, 1, nullptr, nullptr);
+    if (status == noErr) return text_part(bytes_of(sample_));
+    raise_failure(status);
+    return {};
+  }
+
+ private:
+  Track track_;
+  Media media_;
+  OwnedHandle sample_;
+};
 
 REALstring sample_text(int32_t track, int32_t time) {
-  return make_string(decoded(stored_text(track, time)));
+  return make_string(decoded(SampleTexts(track).at(time)));
+}
+
+void append(ArrayObject& array, const Slot& slot) {
+  if (!reserve_elements(array, array.elements.size() + 1)) return;
+  array.elements.push_back(slot);
+  array.upper_bounds[0] = static_cast<int32_t>(array.elements.size()) - 1;
+}
+
+void append_time(ArrayObject& times, TimeValue time) {
+  Slot slot;
+  slot.integer = time;
+  append(times, slot);
+}
+
+// The texts that a track shows, one a sample. `times` gets where each begins, and at last where the
+// last one ends, in movie time.
+REALobject track_texts(int32_t handle, REALobject times) {
+  constexpr Fixed kForward = 0x10000;
+  constexpr SInt16 kThisOrNext = nextTimeMediaSample | nextTimeEdgeOK;
+  ArrayObject* const starts = as_array(times);
+  if (!starts) {
+    raise_exception("NilObjectException", "the times have no array to go to");
+    return nullptr;
+  }
+  ArrayObject* const texts = new_array({Kind::kString}, {-1});
+  SampleTexts samples(handle);
+  TimeValue end = -1;
+  for (TimeValue time = 0; texts && !Script::is_interrupted(); ++time) {
+    TimeValue duration = 0;
+    GetTrackNextInterestingTime(track_of(handle), kThisOrNext, time, kForward, &time, &duration);
+    if (GetMoviesError() != noErr || time < 0) break;
+    append_time(*starts, time);
+    Slot slot;
+    slot.string = make_string(decoded(samples.at(time)));
+    append(*texts, slot);
+    end = static_cast<TimeValue>(std::min<int64_t>(int64_t{time} + duration, kLastTime));
+    if (exception_pending() || time == kLastTime) break;
+  }
+  if (end >= 0) append_time(*starts, end);
+  return texts;
 }
 
 REALstring sample_encoding(int32_t track, int32_t time) {
-  const std::string text = stored_text(track, time);
+  SampleTexts samples(track);
+  const std::string_view text = samples.at(time);
   return make_string(is_marked_utf16(text) ? "UTF-16" : is_valid_utf8(text) ? "UTF-8" : "MacRoman");
 }
 
@@ -152,10 +201,8 @@ template <class SlotOf>
 REALobject short_chapter_array(REALobject movie, Kind kind, SlotOf slot_of) {
   ArrayObject* const array = new_array({kind}, {-1});
   if (!array) return nullptr;
-  each_short_chapter(movie, [&](int64_t start, std::string_view title) {
-    array->elements.push_back(slot_of(start, title));
-  });
-  array->upper_bounds[0] = static_cast<int32_t>(array->elements.size()) - 1;
+  each_short_chapter(
+      movie, [&](int64_t start, std::string_view title) { append(*array, slot_of(start, title)); });
   return array;
 }
 
@@ -204,6 +251,7 @@ void set_short_chapters(REALobject movie, REALobject times, REALobject titles) {
 
 const FunctionEntry kFunctions[] = {
     KRZ_FUNCTION(sample_text, "SampleText(trackHandle as integer, time as integer) as string"),
+    KRZ_FUNCTION(track_texts, "TrackTexts(trackHandle as integer, times() as integer) as string()"),
     KRZ_FUNCTION(sample_encoding,
                  "SampleEncoding(trackHandle as integer, time as integer) as string"),
     KRZ_FUNCTION(language, "TrackLanguage(trackHandle as integer) as string"),

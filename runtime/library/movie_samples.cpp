@@ -82,7 +82,7 @@ OSErr copy_bytes(const void* bytes, uint32_t count, uint32_t number, void* conte
 
 int64_t extract_samples(int32_t track, int32_t first, int32_t last, REALstring path,
                         bool overwrite) {
-  const std::string name = string_utf8(path);
+  const std::string name = string_path(path);
   NewFile file;
   Runtime& runtime = Runtime::current();
   const bool to_output = name == "-";

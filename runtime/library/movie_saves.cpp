@@ -19,7 +19,7 @@ bool succeeded(OSErr status) {
 
 int32_t undo_count(REALstring path) {
   uint32_t count = 0;
-  succeeded(ToolboxGetUndoStep(string_utf8(path).c_str(), 0, &count, nullptr));
+  succeeded(ToolboxGetUndoStep(string_path(path).c_str(), 0, &count, nullptr));
   return static_cast<int32_t>(count);
 }
 
@@ -27,16 +27,16 @@ int32_t undo_count(REALstring path) {
 double undo_time(REALstring path, int32_t index) {
   uint64_t time = 0;
   if (index < 0) return 0;
-  const std::string file = string_utf8(path);
+  const std::string file = string_path(path);
   succeeded(ToolboxGetUndoStep(file.c_str(), static_cast<uint32_t>(index), nullptr, &time));
   return time == 0 ? 0 : static_cast<double>(time) - kSecondsFrom1904To1970;
 }
 
-void undo_save(REALstring path) { succeeded(ToolboxUndoSave(string_utf8(path).c_str())); }
+void undo_save(REALstring path) { succeeded(ToolboxUndoSave(string_path(path).c_str())); }
 
 int64_t commit_saves(REALstring path) {
   uint64_t overwritten = 0;
-  succeeded(ToolboxCommitSaves(string_utf8(path).c_str(), &overwritten));
+  succeeded(ToolboxCommitSaves(string_path(path).c_str(), &overwritten));
   return static_cast<int64_t>(overwritten);
 }
 

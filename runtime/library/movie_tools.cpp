@@ -3,7 +3,6 @@
 #include <Toolbox/Toolbox.h>
 
 #include <algorithm>
-#include <cstdio>
 
 #include "library/movie.h"
 #include "library/parts.h"
@@ -64,6 +63,7 @@ int32_t prune_references(int32_t track) {
 // A line for each problem.
 REALstring problems(REALobject movie) {
   Handle found = nullptr;
+  const WatchedWork progress("checking sample", 1);
   if (!succeeded(ToolboxVerifyMovie(movie_reference(movie), &found))) return make_string("");
   const std::string_view text(*found, static_cast<size_t>(GetHandleSize(found)));
   const REALstring made = make_string(text);
@@ -142,12 +142,17 @@ REALstring clock_text(int64_t time, int32_t time_scale, int32_t hour_digits) {
   seconds += thousandths / 1000;
   thousandths %= 1000;
   char text[48];
-  const int length =
-      std::snprintf(text, sizeof text, "%s%0*llu:%02u:%02u.%03u", is_negative ? "-" : "",
-                    std::clamp(hour_digits, 1, 9), static_cast<unsigned long long>(seconds / 3600),
-                    static_cast<unsigned>(seconds / 60 % 60), static_cast<unsigned>(seconds % 60),
-                    static_cast<unsigned>(thousandths));
-  return make_string(std::string_view(text, static_cast<size_t>(length)));
+  char* at = std::end(text);
+  const auto put = [&at](uint64_t number, int digits, char in_front) {
+    for (; digits > 0 || number > 0; --digits, number /= 10)
+      *--at = static_cast<char>('0' + number % 10);
+    if (in_front != 0) *--at = in_front;
+  };
+  put(thousandths, 3, '.');
+  put(seconds % 60, 2, ':');
+  put(seconds / 60 % 60, 2, ':');
+  put(seconds / 3600, std::clamp(hour_digits, 1, 9), is_negative ? '-' : '\0');
+  return make_string({at, static_cast<size_t>(std::end(text) - at)});
 }
 
 const FunctionEntry kFunctions[] = {

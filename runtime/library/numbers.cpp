@@ -21,7 +21,11 @@ int64_t least_int64(int64_t a, int64_t b) { return std::min(a, b); }
 int64_t greatest_int64(int64_t a, int64_t b) { return std::max(a, b); }
 double floor_of(double x) { return std::floor(x); }
 double ceiling(double x) { return std::ceil(x); }
-double rounded(double x) { return std::round(x); }
+// In place of std::round, for which libm would be loaded: most commands print a time, and round it.
+double rounded(double x) {
+  const double whole = std::trunc(x);
+  return std::fabs(x - whole) >= 0.5 ? whole + std::copysign(1.0, x) : whole;
+}
 double square_root(double x) { return std::sqrt(x); }
 double power(double x, double y) { return std::pow(x, y); }
 double sine(double x) { return std::sin(x); }

@@ -108,14 +108,14 @@ REALobject open_png(const std::string& path) {
   return picture;
 }
 
-REALobject open_path(REALstring path) { return open_png(string_utf8(path)); }
+REALobject open_path(REALstring path) { return open_png(string_path(path)); }
 REALobject open_item(REALfolderItemStruct* item) { return open_png(folder_item_path(item)); }
 
 void save(REALobject picture, const std::string& path) {
   if (const PicturePixels* const pixels = pixels_of(picture); pixels && check_path(path))
     write_png(*pixels, path);
 }
-void save_path(REALobject picture, REALstring path) { save(picture, string_utf8(path)); }
+void save_path(REALobject picture, REALstring path) { save(picture, string_path(path)); }
 void save_item(REALobject picture, REALfolderItemStruct* item) {
   save(picture, folder_item_path(item));
 }

@@ -22,7 +22,7 @@ REALobject open_item(REALfolderItemStruct* item) {
   return opened(open_stream(g_class, item, BufferedFile::Mode::kRead));
 }
 REALobject open_path(REALstring path) {
-  return opened(open_stream(g_class, string_utf8(path), BufferedFile::Mode::kRead));
+  return opened(open_stream(g_class, string_path(path), BufferedFile::Mode::kRead));
 }
 
 bool append_bounded(std::string& text, std::string_view piece, const char* what) {

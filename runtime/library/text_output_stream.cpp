@@ -12,13 +12,13 @@ REALobject create_item(REALfolderItemStruct* item, bool overwrite) {
   return open_stream(g_class, item, creating(overwrite));
 }
 REALobject create_path(REALstring path, bool overwrite) {
-  return open_stream(g_class, string_utf8(path), creating(overwrite));
+  return open_stream(g_class, string_path(path), creating(overwrite));
 }
 REALobject append_item(REALfolderItemStruct* item) {
   return open_stream(g_class, item, BufferedFile::Mode::kAppend);
 }
 REALobject append_path(REALstring path) {
-  return open_stream(g_class, string_utf8(path), BufferedFile::Mode::kAppend);
+  return open_stream(g_class, string_path(path), BufferedFile::Mode::kAppend);
 }
 
 void write(REALobject stream, REALstring text) {

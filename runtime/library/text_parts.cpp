@@ -72,6 +72,10 @@ REALstring trimmed(REALstring string, Ends ends) {
   size_t last = bytes.size();
   if (ends != Ends::kRight) first = std::min(bytes.find_first_not_of(kBlanks), bytes.size());
   if (ends != Ends::kLeft) last = std::max(first, bytes.find_last_not_of(kBlanks) + 1);
+  if (first == 0 && last == bytes.size()) {
+    lock_string(string);
+    return string;
+  }
   return text.slice(first, last - first);
 }
 
@@ -85,6 +89,8 @@ constexpr size_t kWidestColumn = 10000;
 std::string blanks_beside(const Text& text, int32_t width) {
   const size_t wanted = std::min(at_least_zero(width), kWidestColumn);
   const size_t present = text.count();
+  if (present >= wanted) return {};
+  if (extends_ascii(text.encoding())) return std::string(wanted - present, ' ');
   std::string blanks;
   for (size_t i = present; i < wanted; ++i) append_character(blanks, U' ', text.encoding());
   return blanks;

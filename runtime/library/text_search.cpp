@@ -59,6 +59,28 @@ REALstring replace_all(REALstring source, REALstring wanted, REALstring replacem
   return replaced(source, wanted, replacement, std::numeric_limits<size_t>::max());
 }
 
+// The line ends of any system: CR LF, CR and LF.
+REALstring replace_line_ends(REALstring source, REALstring replacement) {
+  const std::string_view all = string_bytes(source);
+  if (all.find('\n') == std::string_view::npos && all.find('\r') == std::string_view::npos) {
+    lock_string(source);
+    return source;
+  }
+  const Text text(source);
+  const std::string_view bytes = text.bytes();
+  const std::string with = text_in(replacement, text.encoding());
+  std::string result;
+  size_t at = 0;
+  for (;;) {
+    const size_t end = bytes.find_first_of("\r\n", at);
+    if (end == std::string_view::npos) break;
+    result.append(bytes.substr(at, end - at)).append(with);
+    at = end + (bytes.substr(end).starts_with("\r\n") ? 2 : 1);
+  }
+  result.append(bytes.substr(at));
+  return make_string(result, text.encoding());
+}
+
 // Calls `take` with every field's first byte and length. An empty separator takes the text apart
 // into characters.
 template <class Take>
@@ -148,6 +170,8 @@ const FunctionEntry kFunctions[] = {
                  "Replace(source as string, find as string, replacement as string) as string"),
     KRZ_FUNCTION(replace_all,
                  "ReplaceAll(source as string, find as string, replacement as string) as string"),
+    KRZ_FUNCTION(replace_line_ends,
+                 "ReplaceLineEndings(source as string, replacement as string) as string"),
     KRZ_FUNCTION(split, "Split(source as string, separator as string = \" \") as string()"),
     KRZ_FUNCTION(join, "Join(fields() as string, separator as string = \" \") as string"),
     KRZ_FUNCTION(nth_field,

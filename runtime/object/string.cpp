@@ -21,14 +21,6 @@ static_assert(sizeof(REALstringStruct) < kTextPosition);
 // Modules end texts of any character width with these.
 constexpr size_t kTerminatorSize = 4;
 
-std::string transcode(std::string_view bytes, uint32_t from, uint32_t to) {
-  std::string text;
-  text.reserve(bytes.size());
-  TextReader reader(bytes, from);
-  for (char32_t character; reader.next(character);) append_character(text, character, to);
-  return text;
-}
-
 }  // namespace
 
 REALstring make_string(std::string_view bytes, uint32_t text_encoding) {
@@ -61,6 +53,11 @@ std::string string_utf8(REALstring string) {
   if (bytes.empty()) return {};
   if (extends_ascii(string->encoding) && is_ascii(bytes)) return std::string(bytes);
   return transcode(bytes, string->encoding, encoding::kUtf8);
+}
+
+std::string string_path(REALstring string) {
+  const std::string_view bytes = string_bytes(string);
+  return string && string->encoding == encoding::kUtf8 ? std::string(bytes) : string_utf8(string);
 }
 
 REALstring convert_string(REALstring string, uint32_t text_encoding) {

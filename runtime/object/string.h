@@ -46,6 +46,10 @@ inline void unlock_string(REALstring string) {
 /// become U+FFFD.
 std::string string_utf8(REALstring string);
 
+/// The bytes of the path of a file: those of a string in UTF-8 as they are, for names of files need
+/// not be text, else the text in UTF-8.
+std::string string_path(REALstring string);
+
 /// The same text in another encoding, as a new string locked once. Characters the target lacks
 /// become "?".
 REALstring convert_string(REALstring string, uint32_t text_encoding);

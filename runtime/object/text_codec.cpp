@@ -187,6 +187,21 @@ void append_character(std::string& text, char32_t character, uint32_t text_encod
   }
 }
 
+std::string transcode(std::string_view bytes, uint32_t from, uint32_t to) {
+  std::string text;
+  text.reserve(bytes.size());
+  TextReader reader(bytes, from);
+  const bool keeps_ascii = extends_ascii(to);
+  for (char32_t character = 0; reader.next(character);) {
+    if (character < 0x80 && keeps_ascii) {
+      text.push_back(static_cast<char>(character));
+    } else {
+      append_character(text, character, to);
+    }
+  }
+  return text;
+}
+
 bool is_ascii(std::string_view bytes) {
   for (const char byte : bytes) {
     if (static_cast<uint8_t>(byte) >= 0x80) return false;

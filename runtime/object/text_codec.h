@@ -35,6 +35,9 @@ class TextReader {
 /// Appends a character; one that the encoding lacks becomes "?".
 void append_character(std::string& text, char32_t character, uint32_t text_encoding);
 
+/// A text in another encoding.
+std::string transcode(std::string_view bytes, uint32_t from, uint32_t to);
+
 bool is_ascii(std::string_view bytes);
 bool is_valid_utf8(std::string_view bytes);
 

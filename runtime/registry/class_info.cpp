@@ -110,7 +110,7 @@ std::span<const MethodInfo* const> ClassInfo::find_methods_of(std::string_view n
     const auto table = shared ? rows(definition.shared_methods, definition.shared_method_count)
                               : rows(definition.methods, definition.method_count);
     for (const MethodEntry& entry : table) {
-      if (!entry.declaration || !same_name(declared_name(entry.declaration), name)) continue;
+      if (!entry.declaration || !declares(entry.declaration, name)) continue;
       if (const MethodInfo* method = known.store.add(registry_, entry.declaration, this,
                                                      entry.function, entry.setter, shared)) {
         methods.push_back(method);
@@ -170,8 +170,7 @@ const ConstantInfo* ClassInfo::find_constant(std::string_view name) const {
     std::unique_ptr<ConstantInfo> constant;
     visit_definitions([&](const REALclassDefinition& definition) {
       for (const ConstantEntry& entry : rows(definition.constants, definition.constant_count)) {
-        if (constant || !entry.declaration) continue;
-        if (!same_name(declared_name(entry.declaration), name)) continue;
+        if (constant || !entry.declaration || !declares(entry.declaration, name)) continue;
         auto parsed = std::make_unique<ConstantInfo>();
         const std::string error = parse_constant(entry.declaration, *parsed);
         if (error.empty()) {

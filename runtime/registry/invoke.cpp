@@ -1,5 +1,6 @@
 #include "registry/invoke.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "object/exceptions.h"
@@ -34,9 +35,32 @@ ffi_type* ffi_type_of(const Type& type) {
   }
 }
 
+// On these machines the first arguments that are no floating-point numbers travel in registers of
+// their own, each as one word whatever its type, and a callee does not see words that it did not
+// ask for.
+constexpr size_t kMaxWords = 6;
+#if defined(__x86_64__) || defined(__aarch64__)
+constexpr bool kPassesWords = true;
+#else
+constexpr bool kPassesWords = false;
+#endif
+
+bool is_word(const Type& type) { return type.kind != Kind::kSingle && type.kind != Kind::kDouble; }
+
 const CallPlan& plan_of(const MethodInfo& method) {
   if (method.plan) return *method.plan;
   auto* plan = new CallPlan;
+  method.plan = plan;
+  const auto& parameters = method.signature.parameters;
+  const bool words =
+      kPassesWords && std::all_of(parameters.begin(), parameters.end(), [](const Parameter& one) {
+        return one.by_ref || is_word(one.type);
+      });
+  const size_t arguments = parameters.size() + (method.shared ? 0 : 1);
+  plan->calls_words = words && arguments <= kMaxWords;
+  plan->sets_words = words && is_word(method.signature.result) && arguments < kMaxWords;
+  if (plan->calls_words && (plan->sets_words || !method.setter)) return *plan;
+
   auto& types = plan->argument_types;
   if (!method.shared) types.push_back(&ffi_type_pointer);
   for (const Parameter& parameter : method.signature.parameters) {
@@ -49,7 +73,6 @@ const CallPlan& plan_of(const MethodInfo& method) {
   if (method.setter) {
     ffi_prep_cif(&plan->set, FFI_DEFAULT_ABI, count + 1, &ffi_type_void, types.data());
   }
-  method.plan = plan;
   return *plan;
 }
 
@@ -119,6 +142,33 @@ Slot call_simple(REALfunction function, Kind result, Arguments... arguments) {
   return slot;
 }
 
+// Fills the words of the receiver and the arguments; returns their number.
+size_t collect_words(const MethodInfo& method, REALobject receiver, const Slot* arguments,
+                     uint64_t* words) {
+  size_t count = 0;
+  if (!method.shared) words[count++] = reinterpret_cast<uintptr_t>(receiver);
+  const auto& parameters = method.signature.parameters;
+  for (size_t i = 0; i < parameters.size(); ++i) {
+    const Kind kind = parameters[i].by_ref ? Kind::kObject : parameters[i].type.kind;
+    words[count++] = cut(kind, arguments[i].bits).bits;
+  }
+  return count;
+}
+
+Slot call_words(REALfunction function, Kind result, const uint64_t* words, size_t count) {
+  switch (count) {
+    case 1:
+      return call_simple(function, result, words[0]);
+    case 2:
+      return call_simple(function, result, words[0], words[1]);
+    case 3:
+      return call_simple(function, result, words[0], words[1], words[2]);
+    default:
+      return call_simple(function, result, words[0], words[1], words[2], words[3], words[4],
+                         words[5]);
+  }
+}
+
 // Fills the addresses of the receiver and the arguments; returns their number.
 size_t collect(const MethodInfo& method, const REALobject& receiver, const Slot* arguments,
                void** addresses) {
@@ -144,11 +194,15 @@ void call_method(const MethodInfo& method, REALobject receiver, const Slot* argu
   if (method.signature.parameters.empty()) {
     value = method.shared ? call_simple(method.function, type.kind)
                           : call_simple(method.function, type.kind, receiver);
+  } else if (const CallPlan& plan = plan_of(method); plan.calls_words) {
+    uint64_t words[kMaxWords] = {};
+    const size_t count = collect_words(method, receiver, arguments, words);
+    value = call_words(method.function, type.kind, words, count);
   } else {
     void* addresses[kMaxArguments];
     collect(method, receiver, arguments, addresses);
     ffi_arg returned = 0;
-    ffi_call(const_cast<ffi_cif*>(&plan_of(method).call), method.function, &returned, addresses);
+    ffi_call(const_cast<ffi_cif*>(&plan.call), method.function, &returned, addresses);
     value = cut(type.kind, returned);
   }
   if (type.kind != Kind::kVoid) deliver(type, value, result);
@@ -157,11 +211,19 @@ void call_method(const MethodInfo& method, REALobject receiver, const Slot* argu
 void call_setter(const MethodInfo& method, REALobject receiver, const Slot* arguments,
                  const Slot& value) {
   method.was_assigned = true;
+  const CallPlan& plan = plan_of(method);
+  if (plan.sets_words) {
+    uint64_t words[kMaxWords] = {};
+    const size_t count = collect_words(method, receiver, arguments, words);
+    words[count] = cut(method.signature.result.kind, value.bits).bits;
+    call_words(method.setter, Kind::kVoid, words, count + 1);
+    return;
+  }
   void* addresses[kMaxArguments];
   const size_t count = collect(method, receiver, arguments, addresses);
   addresses[count] = const_cast<Slot*>(&value);
   ffi_arg returned = 0;
-  ffi_call(const_cast<ffi_cif*>(&plan_of(method).set), method.setter, &returned, addresses);
+  ffi_call(const_cast<ffi_cif*>(&plan.set), method.setter, &returned, addresses);
 }
 
 void get_property(const PropertyInfo& property, REALobject receiver, Slot* result) {

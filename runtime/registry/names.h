@@ -36,6 +36,16 @@ constexpr std::string_view declared_name(std::string_view declaration) {
   return declaration.substr(begin, end - begin);
 }
 
+/// Whether that is the name which a declaration begins with. Of most declarations it reads one
+/// letter.
+constexpr bool declares(const char* declaration, std::string_view name) {
+  while (*declaration == ' ') ++declaration;
+  for (const char c : name) {
+    if (ascii_lower(*declaration++) != ascii_lower(c)) return false;
+  }
+  return !name.empty() && !is_name_character(*declaration);
+}
+
 /// For hashed containers whose keys are names.
 struct NameHash {
   using is_transparent = void;

@@ -142,7 +142,7 @@ std::span<const MethodInfo* const> Registry::find_functions(std::string_view nam
   std::vector<const MethodInfo*> functions;
   for (const auto& table : state_->function_tables) {
     for (const FunctionEntry& entry : table) {
-      if (!same_name(declared_name(entry.declaration), name)) continue;
+      if (!declares(entry.declaration, name)) continue;
       if (const MethodInfo* method =
               state_->function_store.add(const_cast<Registry&>(*this), entry.declaration, nullptr,
                                          entry.function, nullptr, true)) {

@@ -66,6 +66,11 @@ class ClassReference(unittest.TestCase):
                 self.assertLessEqual(len(line), 96 if line.startswith("      ") else 400, line)
         self.assertIn("the track that is asked gives", re.sub(r"\s+", " ", krz("classes", "QTTrackKRZ").stdout))
 
+    def test_a_member_alone_is_shown_to_people_and_programs(self):
+        self.assertTrue(krz("classes", "qttrackkrz.width").stdout.startswith("QTTrackKRZ.Width as integer\n  Whole"))
+        (one,) = json.loads(krz("classes", "QTTrackKRZ.width", "--json").stdout)
+        self.assertEqual((one["name"], members(one)), ("QTTrackKRZ", ["Width as integer"]))
+
 
 if __name__ == "__main__":
     unittest.main(argv=sys.argv[:1])

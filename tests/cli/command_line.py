@@ -1,8 +1,10 @@
 #!/usr/bin/env python3
 """What a person sees of krz: exit statuses, messages, help. usage: command_line.py KRZ"""
 import json
+import os
 import pathlib
 import re
+import shutil
 import signal
 import subprocess
 import sys
@@ -28,6 +30,17 @@ class CommandLine(MovieTest):
         ):
             with self.subTest(arguments=arguments):
                 self.refused(2, expected, *arguments)
+
+    def test_a_file_may_have_a_name_that_is_no_text(self):
+        name = os.fsencode(self.folder) + b"/caf\xe9.mov"
+        shutil.copy(os.fsencode(self.movie), name)
+        run = lambda *words: subprocess.run([KRZ, *words], capture_output=True, timeout=60)
+        self.assertIn(name, run("info", name).stdout)
+        self.assertEqual(json.loads(run("info", name, "--json").stdout)["timeScale"], 600)
+        self.assertEqual(run("meta", "set", name, "title=A", "-i").stderr, b"")
+        copied = run("save", name, "-o", name + b"\xff")
+        self.assertEqual((copied.stderr, os.path.exists(name + b"\xff")), (b"", True))
+        self.assertEqual(run("meta", "get", name + b"\xff", "title").stdout, b"A\n")
 
     def test_a_segment_of_another_movie_is_inserted(self):
         movie, other = self.movie, self.copy("other.mov")

@@ -12,6 +12,12 @@ TEST_P(LanguageScript, DoesWhatItsCommentsSay) {
   EXPECT_EQ(check_script(GetParam(), {}, [](Runtime&) {}), "");
 }
 
+TEST_P(LanguageScript, DoesTheSameFromItsBytecode) {
+  EXPECT_EQ(check_script(
+                GetParam(), {}, [](Runtime&) {}, RunFrom::kBytecode),
+            "");
+}
+
 std::string test_name(const testing::TestParamInfo<std::string>& info) {
   return test_name_of(std::filesystem::path(info.param).stem().string());
 }

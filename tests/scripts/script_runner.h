@@ -73,11 +73,13 @@ inline ScriptExpectations expectations_of(const std::string& source) {
   return result;
 }
 
+enum class RunFrom { kSource, kBytecode };
+
 /// Compiles and runs a source in a runtime of its own. Diagnostics count as standard error, with
 /// exit status 1. `prepare` may load modules.
 template <class Prepare>
 ScriptOutcome run_source(const std::string& source, const std::string& file, RuntimeOptions options,
-                         Prepare prepare) {
+                         Prepare prepare, RunFrom from = RunFrom::kSource) {
   ScriptOutcome outcome;
   options.standard_output = [&outcome](std::string_view text) { outcome.output += text; };
   options.standard_error = [&outcome](std::string_view text) { outcome.error += text; };
@@ -85,13 +87,18 @@ ScriptOutcome run_source(const std::string& source, const std::string& file, Run
   prepare(runtime);
   // A first compilation lets the registry parse what it keeps for later ones.
   std::vector<Diagnostic> diagnostics;
-  Script::compile(runtime, source, file, diagnostics);
+  auto script = Script::compile(runtime, source, file, diagnostics);
+  const std::string bytecode =
+      from == RunFrom::kBytecode && script != nullptr ? script->bytecode() : "";
+  script = nullptr;
   const int64_t strings = live_strings();
   const int64_t objects = live_objects();
   {
-    const auto script = Script::compile(runtime, source, file, diagnostics);
+    script = bytecode.empty() ? Script::compile(runtime, source, file, diagnostics)
+                              : Script::load(runtime, bytecode, source, file);
     for (const Diagnostic& one : diagnostics) runtime.write_error(one.text());
     outcome.exit_status = script != nullptr ? script->run() : 1;
+    script = nullptr;
   }
   runtime.flush_output();
   outcome.leaked_strings = live_strings() - strings;
@@ -125,11 +132,11 @@ inline std::string test_name_of(std::string text) {
 /// What is wrong with the script's behaviour; empty when nothing is.
 template <class Prepare>
 std::string check_source(const std::string& source, const std::string& file, RuntimeOptions options,
-                         Prepare prepare) {
+                         Prepare prepare, RunFrom from = RunFrom::kSource) {
   const ScriptExpectations expected = expectations_of(source);
   options.arguments.insert(options.arguments.end(), expected.arguments.begin(),
                            expected.arguments.end());
-  const ScriptOutcome outcome = run_source(source, file, std::move(options), prepare);
+  const ScriptOutcome outcome = run_source(source, file, std::move(options), prepare, from);
 
   std::string wrong;
   const std::vector<std::string> printed = split_lines(outcome.output);
@@ -175,11 +182,12 @@ void visit_examples(const std::string& path, Visit visit) {
 }
 
 template <class Prepare>
-std::string check_script(const std::string& path, RuntimeOptions options, Prepare prepare) {
+std::string check_script(const std::string& path, RuntimeOptions options, Prepare prepare,
+                         RunFrom from = RunFrom::kSource) {
   const std::string source = read_file(path);
   if (source.empty()) return "cannot read " + path;
   return check_source(source, std::filesystem::path(path).filename().string(), std::move(options),
-                      prepare);
+                      prepare, from);
 }
 
 }  // namespace krz::test

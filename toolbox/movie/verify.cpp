@@ -25,6 +25,11 @@ class Verifier {
     problems_ = movie_.opened().tree.warnings();
     check_ids();
     for (const auto& track : movie_.tracks()) {
+      if (track->media() == nullptr) continue;
+      const Result<const SampleTable*> table = track->media()->samples();
+      if (table.ok()) samples_ += table.value()->sample_count();
+    }
+    for (const auto& track : movie_.tracks()) {
       name_ = "track " + std::to_string(track->id());
       check_references(*track);
       if (track->media() == nullptr) {
@@ -101,6 +106,8 @@ class Verifier {
     for (;;) {
       TRY_ASSIGN(const std::optional<SamplePiece> piece, walk.next(kManySamples));
       if (!piece || problems_.size() >= kMostProblems) return {};
+      tell_watcher(checked_, samples_);
+      checked_ += piece->count;
       const std::string sample = "sample " + std::to_string(piece->first + 1);
       if (piece->description == 0 || piece->description > descriptions->size()) {
         add(sample + " has description " + std::to_string(piece->description) + " of " +
@@ -135,6 +142,8 @@ class Verifier {
   const Movie& movie_;
   std::string name_;
   std::vector<std::string> problems_;
+  uint64_t samples_ = 0;  // of all tracks
+  uint64_t checked_ = 0;
 };
 
 /// Two sums over the same bytes, mixed differently.

@@ -41,18 +41,24 @@ void PassingChecksum::add(ByteView bytes) {
     carried_size_ += taken;
     bytes = bytes.subspan(taken);
     if (carried_size_ < kStripe) return;
-    add_stripe(carried_.data());
+    add_stripes(carried_.data(), 1);
   }
-  size_t at = 0;
-  for (; at + kStripe <= bytes.size(); at += kStripe) add_stripe(bytes.data() + at);
+  const size_t at = bytes.size() - bytes.size() % kStripe;
+  add_stripes(bytes.data(), at / kStripe);
   carried_size_ = bytes.size() - at;
   std::copy_n(bytes.begin() + static_cast<ptrdiff_t>(at), carried_size_, carried_.begin());
 }
 
-void PassingChecksum::add_stripe(const uint8_t* bytes) {
-  for (size_t lane = 0; lane < lanes_.size(); ++lane) {
-    lanes_[lane] = mix(lanes_[lane], load_big_endian<uint64_t>(bytes + lane * 8));
+void PassingChecksum::add_stripes(const uint8_t* bytes, size_t count) {
+  // Written out, so that the sums stay in registers.
+  auto [a, b, c, d] = lanes_;
+  for (const uint8_t* const end = bytes + count * kStripe; bytes != end; bytes += kStripe) {
+    a = mix(a, load_big_endian<uint64_t>(bytes));
+    b = mix(b, load_big_endian<uint64_t>(bytes + 8));
+    c = mix(c, load_big_endian<uint64_t>(bytes + 16));
+    d = mix(d, load_big_endian<uint64_t>(bytes + 24));
   }
+  lanes_ = {a, b, c, d};
 }
 
 Result<uint64_t> checksum_of(const ByteRange& range) { return PassingChecksum(range).finish(); }

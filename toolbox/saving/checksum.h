@@ -33,7 +33,7 @@ class PassingChecksum {
 
   Status read_up_to(uint64_t end);
   void add(ByteView bytes);
-  void add_stripe(const uint8_t* bytes);
+  void add_stripes(const uint8_t* bytes, size_t count);
 
   ByteRange range_;
   // Sums that do not wait for each other are worked out at the same time.

@@ -7,9 +7,14 @@
 namespace toolbox {
 
 Result<std::span<uint8_t>> FileWriter::room(uint64_t wanted) {
-  if (filled_ == buffer_.size()) TRY(finish());
-  if (buffer_.empty()) buffer_.resize(kGathered);
-  return std::span(buffer_).subspan(filled_, std::min<uint64_t>(wanted, kGathered - filled_));
+  // All writes but the first begin with a page.
+  const size_t full = kGathered - position_ % kPage;
+  if (filled_ == full) {
+    TRY(finish());
+    return room(wanted);
+  }
+  if (!buffer_) buffer_ = std::make_unique_for_overwrite<uint8_t[]>(kGathered);
+  return std::span(buffer_.get() + filled_, std::min<uint64_t>(wanted, full - filled_));
 }
 
 Status FileWriter::write(ByteView bytes) {
@@ -48,17 +53,17 @@ Status FileWriter::copy(const ByteRange& range, const OpenedMovie& movie) {
   const bool on_disk =
       movie.disk != nullptr && (range.source == movie.file.get() || range.source == movie.disk);
   if (on_disk && range.size >= kWorthCopying) {
-    return copy_in_kernel(*movie.disk, range.offset, range.size);
+    return copy_file(*movie.disk, range.offset, range.size);
   }
   return copy_through_memory(range);
 }
 
 Status FileWriter::copy(const FileSource& file, uint64_t offset, uint64_t size) {
-  if (size >= kWorthCopying) return copy_in_kernel(file, offset, size);
+  if (size >= kWorthCopying) return copy_file(file, offset, size);
   return copy_through_memory({&file, offset, size});
 }
 
-Status FileWriter::copy_in_kernel(const FileSource& file, uint64_t offset, uint64_t size) {
+Status FileWriter::copy_file(const FileSource& file, uint64_t offset, uint64_t size) {
   TRY(finish());
   for (uint64_t done = 0; done < size;) {
     const uint64_t count = std::min(size - done, kAtOnce);
@@ -102,7 +107,7 @@ Status FileWriter::write_header(FourCC type, uint64_t payload) {
 
 Status FileWriter::finish() {
   if (filled_ == 0) return {};
-  TRY(Storage::current().write(file_, position_, ByteView(buffer_).first(filled_), name_));
+  TRY(Storage::current().write(file_, position_, ByteView(buffer_.get(), filled_), name_));
   position_ += filled_;
   filled_ = 0;
   return {};

@@ -1,5 +1,8 @@
-// Writes a file front to back, small pieces gathered and large ones copied inside the kernel.
+// Writes a file front to back: small pieces gathered, large ones copied from file to file.
 #pragma once
+
+#include <memory>
+#include <string>
 
 #include "file/file_source.h"
 #include "file/movie_file.h"
@@ -46,24 +49,25 @@ class FileWriter {
 
  private:
   static constexpr size_t kGathered = 256 * 1024;
+  static constexpr size_t kPage = 4096;
 
   /// Room for up to `wanted` bytes behind what is gathered, at least one byte; what is put there
   /// counts once filled_ is moved on.
   Result<std::span<uint8_t>> room(uint64_t wanted);
-  // Less is copied faster by hand: the kernel takes page by page.
+  // So much is copied in larger pieces, straight from file to file.
   static constexpr uint64_t kWorthCopying = 16 * 1024 * 1024;
 
   // Somebody who watches hears of the copy this often.
   static constexpr uint64_t kAtOnce = 64 * 1024 * 1024;
 
   void tell_watcher() const;
-  Status copy_in_kernel(const FileSource& file, uint64_t offset, uint64_t size);
+  Status copy_file(const FileSource& file, uint64_t offset, uint64_t size);
   Status copy_through_memory(const ByteRange& range);
 
   int file_;
   uint64_t position_;
   std::string name_;
-  Bytes buffer_;  // kGathered bytes once there is something
+  std::unique_ptr<uint8_t[]> buffer_;  // kGathered bytes once there is something
   size_t filled_ = 0;
   PassingChecksum* passing_ = nullptr;
   uint64_t total_ = 0;  // 0: nobody is told

@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <memory>
 
 namespace toolbox {
 
@@ -33,9 +34,31 @@ Status failure(const std::string& name, const std::string& step) {
   return {code, name + ": " + step + " failed (" + std::strerror(error) + ")" + advice};
 }
 
+constexpr uint64_t kPage = 4096;
+
 // Whether the kernel has declined to copy between these files for good.
 bool must_copy_by_hand(int error) {
   return error == EXDEV || error == EINVAL || error == ENOSYS || error == EOPNOTSUPP;
+}
+
+// All writes but the first begin with a page.
+Status copy_by_hand(Storage& storage, int from, off_t in, int to, off_t out, uint64_t size,
+                    const std::string& name) {
+  constexpr uint64_t kAtOnce = 1024 * 1024;
+  const auto buffer = std::make_unique_for_overwrite<uint8_t[]>(kAtOnce);
+  while (size > 0) {
+    const uint64_t wanted = std::min(size, kAtOnce - static_cast<uint64_t>(out) % kPage);
+    const ssize_t count = ::pread(from, buffer.get(), static_cast<size_t>(wanted), in);
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) return failure(name, "reading what is to be copied");
+    if (count == 0) return {eofErr, name + ": the file became shorter while it was copied"};
+    TRY(storage.Storage::write(to, static_cast<uint64_t>(out),
+                               ByteView(buffer.get(), static_cast<size_t>(count)), name));
+    in += count;
+    out += count;
+    size -= static_cast<uint64_t>(count);
+  }
+  return {};
 }
 
 }  // namespace
@@ -56,12 +79,14 @@ Status Storage::write(int file, uint64_t offset, ByteView bytes, const std::stri
   return {};
 }
 
+// Page by page, the kernel is slower than large writes; but places that lie alike in their pages
+// may be shared by the files without being copied at all.
 Status Storage::copy(int from, uint64_t from_offset, int to, uint64_t to_offset, uint64_t size,
                      const std::string& name) {
   constexpr uint64_t kAtOnce = uint64_t{1} << 30;
   auto in = static_cast<off_t>(from_offset);
   auto out = static_cast<off_t>(to_offset);
-  while (size > 0) {
+  while (size > 0 && (from_offset - to_offset) % kPage == 0) {
     const ssize_t count =
         ::copy_file_range(from, &in, to, &out, static_cast<size_t>(std::min(size, kAtOnce)), 0);
     if (count < 0 && errno == EINTR) continue;
@@ -69,20 +94,7 @@ Status Storage::copy(int from, uint64_t from_offset, int to, uint64_t to_offset,
     if (count <= 0) break;
     size -= static_cast<uint64_t>(count);
   }
-  Bytes buffer(std::min<uint64_t>(size, 256 * 1024));
-  while (size > 0) {
-    const size_t wanted = static_cast<size_t>(std::min<uint64_t>(size, buffer.size()));
-    const ssize_t count = ::pread(from, buffer.data(), wanted, in);
-    if (count < 0 && errno == EINTR) continue;
-    if (count < 0) return failure(name, "reading what is to be copied");
-    if (count == 0) return {eofErr, name + ": the file became shorter while it was copied"};
-    TRY(Storage::write(to, static_cast<uint64_t>(out),
-                       ByteView(buffer).first(static_cast<size_t>(count)), name));
-    in += count;
-    out += count;
-    size -= static_cast<uint64_t>(count);
-  }
-  return {};
+  return size == 0 ? Status() : copy_by_hand(*this, from, in, to, out, size, name);
 }
 
 Status Storage::reserve(int file, uint64_t offset, uint64_t size, const std::string& name) {

@@ -22,7 +22,7 @@ class Storage {
 
   virtual Status write(int file, uint64_t offset, ByteView bytes, const std::string& name);
 
-  /// Copies inside the kernel where the file systems can. REQUIRES: in one file, the ranges do not
+  /// Copies, or has the files share what they can share. REQUIRES: in one file, the ranges do not
   /// overlap.
   virtual Status copy(int from, uint64_t from_offset, int to, uint64_t to_offset, uint64_t size,
                       const std::string& name);

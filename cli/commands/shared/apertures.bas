@@ -1,4 +1,5 @@
 ' The sizes of a track in the aperture modes.
+#Include "messages.bas"
 
 Const kApertureNames = "clean production encoded"
 
@@ -28,3 +29,8 @@ Function AperturesDocument(t As QTTrackKRZ) As Variant
   Next
   Return document
 End Function
+
+' Ends the command unless the status of a call is 0.
+Sub CheckStatus(status As Integer)
+  If status <> 0 Then Fail(OfFile(Args(0), MovieFailure + " (error " + Str(status) + ")"), 1)
+End Sub

@@ -79,15 +79,12 @@ Function IsText(t As QTTrackKRZ) As Boolean
 End Function
 
 Sub ReadChapters(list As ChapterList)
-  Dim handle As Integer = list.Track.TrackHandle
-  Dim time As Integer, duration As Integer
-  While list.Track.NextInterestingTimeKRZ(time, duration)
-    If time < 0 Then Return
-    list.Items.Append New Chapter(time, SampleText(handle, time))
-    list.Finish = time + duration
-    If time = 2147483647 Then Return
-    time = time + 1
-  Wend
+  Dim times() As Integer
+  Dim titles() As String = TrackTexts(list.Track.TrackHandle, times)
+  For i As Integer = 0 To titles.LastIndex
+    list.Items.Append New Chapter(times(i), titles(i))
+  Next
+  If titles.Count > 0 Then list.Finish = times(titles.Count)
 End Sub
 
 ' The list in user data that some players read in place of a chapter track. Its units are 100 ns.

@@ -90,8 +90,7 @@ End Function
 
 ' A title for forms that have a line for it.
 Function OneLine(title As String) As String
-  If InStrB(title, Chr(10)) = 0 And InStrB(title, Chr(13)) = 0 Then Return Trim(title)
-  Return Trim(ReplaceAll(ReplaceAll(ReplaceAll(title, Chr(13) + Chr(10), " "), Chr(13), " "), Chr(10), " "))
+  Return Trim(ReplaceLineEndings(title, " "))
 End Function
 
 ' "01:02:03.500"

@@ -12,6 +12,7 @@ Print Uppercase("straße éñ ÿ ω д ж 1"), Lowercase("ÄŒŽ×Ÿ ΑΣ ЁЯ")
 Print InStr("Été à la plage", "À"), InStr("abcABC", "b"), InStr(3, "abcABC", "b"), InStr("abc", "x"), InStr(99, "abc", "a")   ' expect: 5 2 5 0 0
 Print InStr(ConvertEncoding("café", Encodings.MacRoman), "é"), InStrB(1, "aéb", "b")   ' expect: 4 4
 Print Replace("one One one", "ONE", "two"), ReplaceAll("one One one", "ONE", "é"), ReplaceAll("aaa", "a", "aa"), ReplaceAll("abc", "", "x")   ' expect: two One one é é é aaaaaa abc
+Print ReplaceLineEndings("a" + Chr(13) + Chr(10) + "b" + Chr(13) + "c" + Chr(10) + Chr(13) + "d", "-"), ReplaceLineEndings("a b", "-")   ' expect: a-b-c--d a b
 Print StrComp("abc", "ABC"), StrComp("abc", "ABC", 0), StrComp("a", "b")   ' expect: 0 1 -1
 
 ' Fields.

@@ -18,3 +18,11 @@ Next
 ' expect: 9 0 0 [] UTF-8
 ' expect: 10 3 0 [�] UTF-16
 Print "[" + SampleText(t.TrackHandle, 5000) + SampleText(0, 0) + SampleText(-1, 0) + "]"   ' expect: []
+
+' All at once.
+Dim times() As Integer
+Dim texts() As String = TrackTexts(t.TrackHandle, times)
+Print Join(texts, "|"), times.Count                             ' expect: Hi|Hi|Hi|éx|éx||short|Hi|Hi||� 12
+Print times(0), times(1), times(10), times(11)                  ' expect: 0 60 600 660
+Dim none() As Integer
+Print TrackTexts(0, none).Count, none.Count                     ' expect: 0 0
