@@ -1,33 +1,18 @@
 #!/usr/bin/env python3
 """krz clip: masks as PNG against the region in the file, both read here. usage: clips.py KRZ"""
-import os
-import pathlib
 import random
 import struct
-import subprocess
 import sys
-import tempfile
 import unittest
-import zlib
 
-KRZ = os.path.abspath(sys.argv[1])
+from command_test import MovieTest, krz, png, without_frameworks
+
 WIDTH, HEIGHT = 160, 120  # of the video of the demonstration movie
-
-
-def krz(*arguments, **environment):
-    return subprocess.run([KRZ, *map(str, arguments)], capture_output=True, text=True, timeout=60,
-                          env={**os.environ, **environment})
 
 
 def write_png(path, rows):
     """Grey, 8 bits: rows of truth values, true is black."""
-    def chunk(name, data):
-        body = name + data
-        return struct.pack(">I", len(data)) + body + struct.pack(">I", zlib.crc32(body))
-    raw = b"".join(b"\0" + bytes(0 if dark else 255 for dark in row) for row in rows)
-    path.write_bytes(b"\x89PNG\r\n\x1a\n"
-                     + chunk(b"IHDR", struct.pack(">IIBBBBB", len(rows[0]), len(rows), 8, 0, 0, 0, 0))
-                     + chunk(b"IDAT", zlib.compress(raw)) + chunk(b"IEND", b""))
+    path.write_bytes(png(len(rows[0]), len(rows), [bytes(0 if dark else 255 for dark in row) for row in rows], color=0))
 
 
 def atoms(data, path):
@@ -89,27 +74,11 @@ def shape(kind, seed):
     return rows
 
 
-class Clips(unittest.TestCase):
+class Clips(MovieTest):
     def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.folder = pathlib.Path(folder.name)
-        self.good("demo", self.folder)
-        self.movie = self.folder / "krz-demo.mov"
+        super().setUp()
         self.mask = self.folder / "mask.png"
         self.out = self.folder / "out.png"
-
-    def good(self, *arguments):
-        answer = krz(*arguments)
-        self.assertEqual(answer.returncode, 0, answer.stderr)
-        return answer.stdout
-
-    def refused(self, status, text, *arguments, **environment):
-        before = self.movie.read_bytes()
-        answer = krz(*arguments, **environment)
-        self.assertEqual(answer.returncode, status, answer.stderr)
-        self.assertIn(text, answer.stderr)
-        self.assertEqual(before, self.movie.read_bytes())
 
     def test_masks_come_back_as_they_went(self):
         for kind in ("rectangles", "ovals", "stripes", "dust"):
@@ -151,18 +120,18 @@ class Clips(unittest.TestCase):
         self.refused(2, "shows no picture", "clip", "set", movie, "sound", mask, "-i")
         self.refused(2, "no track is", "clip", "set", movie, "video:7", mask, "-i")
         self.refused(3, "nothing.png", "clip", "set", movie, "video", self.folder / "nothing.png", "-i")
-        self.refused(3, "krz-demo.mov", "clip", "set", movie, "video", movie, "-i")
-        self.refused(1, "KRZ_FRAMEWORKS", "clip", "set", movie, "video", mask, "-i",
-                     KRZ_FRAMEWORKS=str(self.folder / "none"))
+        self.refused(3, "clip.mov", "clip", "set", movie, "video", movie, "-i")
+        self.refused(1, "KRZ_FRAMEWORKS", "clip", "set", movie, "video", mask, "-i", env=without_frameworks())
         chance = random.Random(1)
         noise = [[chance.random() < 0.5 for _ in range(400)] for _ in range(400)]
         write_png(mask, noise)
-        self.refused(1, "64 KiB", "clip", "set", movie, "video", mask, "-i")
+        before = movie.read_bytes()
+        answer = krz("clip", "set", movie, "video", mask, "-i")
+        self.assertEqual((answer.returncode, movie.read_bytes()), (1, before))
+        self.assertIn("64 KiB", answer.stderr)
         write_png(mask, shape("ovals", 1))
-        told = krz("clip", "set", movie, "video", mask, "-i")
-        self.assertEqual("", told.stderr)
-        self.refused(1, "KRZ_FRAMEWORKS", "clip", "get", movie, "video", "-o", out,
-                     KRZ_FRAMEWORKS=str(self.folder / "none"))
+        self.assertEqual("", krz("clip", "set", movie, "video", mask, "-i").stderr)
+        self.refused(1, "KRZ_FRAMEWORKS", "clip", "get", movie, "video", "-o", out, env=without_frameworks())
         out.write_text("mine")
         self.refused(5, "-f lets it be replaced", "clip", "get", movie, "video", "-o", out)
         self.assertEqual("mine", out.read_text())

@@ -4,52 +4,33 @@ usage: completion.py KRZ BUILD_FOLDER"""
 import json
 import os
 import pathlib
-import pty
 import re
-import select
 import shutil
 import subprocess
 import sys
-import time
 import unittest
 
-from command_test import MovieTest, krz
+from command_test import MovieTest, Terminal, krz
 
 BUILD = pathlib.Path(os.path.abspath(sys.argv[2]))
 
 
-class Shell:
-    """A shell on a terminal of its own, in which lines are typed."""
+class Shell(Terminal):
+    """A shell in which lines are typed."""
 
     def __init__(self, command, folder):
-        self.child, self.terminal = pty.fork()
-        if self.child == 0:
-            os.chdir(folder)
-            os.environ.update({"TERM": "dumb", "PS1": "", "LC_ALL": "C.UTF-8", "COLUMNS": "4000"})
-            os.execvp(command[0], command)
+        super().__init__(command, folder, TERM="dumb", PS1="", COLUMNS="4000")
         self.type("stty -echo cols 4000\n")
-
-    def type(self, text):
-        os.write(self.terminal, text.encode())
-
-    def until(self, mark):
-        seen, end = "", time.monotonic() + 20
-        while mark not in seen:
-            if not select.select([self.terminal], [], [], max(0, end - time.monotonic()))[0]:
-                raise AssertionError(f"the shell said {seen!r}")
-            seen += os.read(self.terminal, 65536).decode(errors="replace")
-        return seen
 
     def completed(self, line, keys):
         """The words of a line after the keys that complete it; the line is echoed, not run."""
         self.type(line + keys + "\x01echo BEGIN\"\": \x05 :END\"\"LINE\n")
-        seen = self.until(":ENDLINE")
+        seen = self.wait_for(":ENDLINE")
         return re.findall(r"BEGIN: (.*?) +:ENDLINE", seen, re.S)[-1].split()
 
     def close(self):
         self.type("\x03\nexit\n")
-        os.close(self.terminal)
-        os.waitpid(self.child, 0)
+        self.status()
 
 
 class Completion(MovieTest):
@@ -66,7 +47,7 @@ class Bash(Completion):
         self.addCleanup(self.shell.close)
         self.shell.type("bind 'set bell-style none'; bind 'set enable-bracketed-paste off'; PS1=\n")
         self.shell.type(f"source '{BUILD}/completions/krz'; echo RE\"\"ADY\n")
-        self.shell.until("READY")
+        self.shell.wait_for("READY")
 
     def offered(self, line):
         """All that bash would insert in place of the last word."""
@@ -137,7 +118,7 @@ class Zsh(Completion):
         self.addCleanup(shell.close)
         shell.type("unsetopt zle_bracketed_paste prompt_sp prompt_cr beep; bindkey -e; PS1=\n")
         shell.type(f"fpath=('{BUILD}/completions' $fpath); autoload -Uz compinit; compinit -u -D; echo RE\"\"ADY\n")
-        shell.until("READY")
+        shell.wait_for("READY")
         for typed, expected in (("krz chap", "chapters"), ("krz chapters imp", "import"), ("krz help sam", "samples"),
                                 ("krz info cli", "clip.mov"), ("krz info --js", "--json"),
                                 ("krz chapters export clip.mov --format web", "webvtt"),

@@ -11,7 +11,7 @@ import sys
 import tempfile
 import unittest
 
-from command_test import KRZ, krz
+from command_test import KRZ, MovieTest
 
 DOCUMENT = pathlib.Path(sys.argv[2]) / "docs" / "cookbook.md"
 BLOCK = re.compile(r"```(console|basic)\n(.*?)```\n", re.S)
@@ -57,18 +57,8 @@ class Kitchen:
         return "".join(f"$ {command}\n{self.run(command)}" for command in re.findall(r"(?m)^\$ (.*)$", text))
 
 
-class Cookbook(unittest.TestCase):
+class Cookbook(MovieTest):
     maxDiff = None
-
-    @classmethod
-    def setUpClass(cls):
-        cls.made = tempfile.TemporaryDirectory()
-        krz("demo", cls.made.name, check=True)
-        cls.demo = os.path.join(cls.made.name, "krz-demo.mov")
-
-    @classmethod
-    def tearDownClass(cls):
-        cls.made.cleanup()
 
     def test_every_recipe_prints_what_it_says(self):
         _, all_recipes = recipes()
@@ -91,7 +81,7 @@ def write():
     for recipe in all_recipes:
         with Kitchen(Cookbook.demo) as kitchen:
             head += BLOCK.sub(lambda match: f"```{match[1]}\n{kitchen.block(match[1], match[2])}```\n", recipe)
-    Cookbook.tearDownClass()
+    Cookbook.doClassCleanups()
     DOCUMENT.write_text(head)
 
 

@@ -1,15 +1,13 @@
 #!/usr/bin/env python3
 """Every program in examples/ does what its heading says. usage: examples.py KRZ"""
 import json
-import os
 import pathlib
 import shutil
-import subprocess
 import sys
-import tempfile
 import unittest
 
-KRZ = os.path.abspath(sys.argv[1])
+from command_test import MovieTest, krz
+
 EXAMPLES = pathlib.Path(__file__).parents[2] / "examples"
 
 CHAPTERS = {
@@ -20,15 +18,9 @@ CHAPTERS = {
 }
 
 
-class Examples(unittest.TestCase):
+class Examples(MovieTest):
+    name = "krz-demo.mov"
     tried = set()
-
-    def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.path = pathlib.Path(folder.name)
-        made = subprocess.run([KRZ, "demo", self.path], capture_output=True, check=True)
-        self.assertEqual(made.returncode, 0)
 
     @classmethod
     def tearDownClass(cls):
@@ -37,8 +29,7 @@ class Examples(unittest.TestCase):
 
     def run_example(self, name, *arguments, stdin="", status=0):
         self.tried.add(name)
-        answer = subprocess.run([KRZ, "run", EXAMPLES / name, *map(str, arguments)], input=stdin, capture_output=True,
-                                text=True, timeout=60, cwd=self.path)
+        answer = krz("run", EXAMPLES / name, *arguments, input=stdin, cwd=self.folder)
         self.assertEqual(answer.returncode, status, answer.stdout + answer.stderr)
         return answer
 
@@ -46,7 +37,7 @@ class Examples(unittest.TestCase):
         return self.run_example(name, *arguments, **more).stdout
 
     def broken(self, name):
-        (self.path / name).write_text("this is no movie")
+        (self.folder / name).write_text("this is no movie")
 
     def test_short_ones(self):
         self.assertEqual(self.output("tracks.bas", "krz-demo.mov"),
@@ -55,11 +46,11 @@ class Examples(unittest.TestCase):
                          "krz-demo.mov: 0.5 seconds, from second 0\n")
 
     def test_inventory(self):
-        (self.path / "more").mkdir()
-        shutil.copy(self.path / "krz-demo.mov", self.path / "more/a,b.MOV")
+        (self.folder / "more").mkdir()
+        shutil.copy(self.folder / "krz-demo.mov", self.folder / "more/a,b.MOV")
         self.broken("bad.mp4")
         answer = self.run_example("inventory.bas", ".", status=1)
-        size = (self.path / "krz-demo.mov").stat().st_size
+        size = (self.folder / "krz-demo.mov").stat().st_size
         lines = answer.stdout.splitlines()
         self.assertEqual(lines[0], "path,bytes,seconds,video,width,height,fps,sound,text tracks,problem")
         self.assertRegex(lines[1], r'^bad\.mp4,16,,,,,,,,"?.*bad\.mp4: there is no movie')
@@ -80,23 +71,22 @@ class Examples(unittest.TestCase):
 
     def test_sync_and_comparison(self):
         self.assertIn("track 3 text from 0.000 s to 10.000 s (disabled)\n", self.output("sync_report.bas", "krz-demo.mov"))
-        data = bytearray((self.path / "krz-demo.mov").read_bytes())
+        data = bytearray((self.folder / "krz-demo.mov").read_bytes())
         self.assertEqual(self.output("compare_movies.bas", "krz-demo.mov", "krz-demo.mov"),
                          "alike in all that was compared\n")
         header = data.index(b"tkhd") + 4
         data[header + 3] &= ~1  # the picture is no longer enabled
-        (self.path / "other.mov").write_bytes(data)
+        (self.folder / "other.mov").write_bytes(data)
         self.assertEqual(self.output("compare_movies.bas", "krz-demo.mov", "other.mov", status=1),
                          "track 1 enabled: True -> False\n1 differences\n")
 
     def chapters(self, movie):
-        answer = subprocess.run([KRZ, "chapters", "export", movie], capture_output=True, text=True)
-        return answer.stdout
+        return self.good("chapters", "export", movie)
 
     def test_chapters_are_made_from_tables_from_minutes_and_from_other_movies(self):
-        movie, other = self.path / "krz-demo.mov", self.path / "other.mov"
+        movie, other = self.folder / "krz-demo.mov", self.folder / "other.mov"
         shutil.copy(movie, other)
-        table = self.path / "table.csv"
+        table = self.folder / "table.csv"
         table.write_text("0,Anfang\n2.5,Grün 緑,00FF00\n\n7,Ende\n")
         self.assertEqual(self.output("chapters_from_csv.bas", movie, table), "3 chapters\n")
         wanted = "00:00:00.000 Anfang\n00:00:02.500 Grün 緑\n00:00:07.000 Ende\n"
@@ -121,19 +111,19 @@ class Examples(unittest.TestCase):
         self.run_example("chapter_list_converter.bas", "opera", stdin=CHAPTERS["csv"], status=2)
 
     def test_subtitles_move(self):
-        (self.path / "a.srt").write_text("1\n00:00:01,500 --> 00:00:02,000\nHi\nthere\n\n"
+        (self.folder / "a.srt").write_text("1\n00:00:01,500 --> 00:00:02,000\nHi\nthere\n\n"
                                          "2\n00:00:03,000 --> 00:00:04,000\n12\n")
         self.assertEqual(self.output("subtitle_shift.bas", "a.srt", "-2.5"), "1\n00:00:00,500 --> 00:00:01,500\n12\n\n")
         stretched = self.output("subtitle_shift.bas", "a.srt", "0", "25", "50")
         self.assertEqual(stretched, "1\n00:00:00,750 --> 00:00:01,000\nHi\nthere\n\n2\n00:00:01,500 --> 00:00:02,000\n12\n\n")
 
     def test_renaming_replaces_nothing(self):
-        shutil.copy(self.path / "krz-demo.mov", self.path / "second.mov")
+        shutil.copy(self.folder / "krz-demo.mov", self.folder / "second.mov")
         self.broken("third.mov")
         shown = self.output("rename_by_date.bas", ".")
-        self.assertTrue((self.path / "second.mov").exists())
+        self.assertTrue((self.folder / "second.mov").exists())
         self.assertEqual(self.output("rename_by_date.bas", ".", "--rename").replace("renamed", "would be renamed"), shown)
-        names = sorted(path.name for path in self.path.iterdir())
+        names = sorted(path.name for path in self.folder.iterdir())
         self.assertEqual(len(names), 3)
         self.assertRegex(names[0], r"^\d{4}-\d\d-\d\d \d\d\.\d\d\.\d\d \(2\)\.mov$")
         self.assertEqual(names[1:], [names[0].replace(" (2)", ""), "third.mov"])
@@ -142,7 +132,7 @@ class Examples(unittest.TestCase):
         self.broken("bad.mov")
         self.assertEqual(self.output("movie_page.bas", ".", "page.html"),
                          "wrote page.html: 1 movies, 1 not readable\n")
-        page = (self.path / "page.html").read_text()
+        page = (self.folder / "page.html").read_text()
         self.assertEqual(page.count("<tr>"), page.count("</tr>"))
         self.assertEqual(page.count("<rect"), 4)
         self.assertIn('class="problem">', page)
@@ -151,13 +141,13 @@ class Examples(unittest.TestCase):
     def test_delivery(self):
         rules = {"picture": {"width": 160, "height": 120, "rate": 2, "formats": ["raw"]},
                  "sound": {"tracks": 1}, "seconds": {"most": 60}}
-        (self.path / "rules.json").write_text(json.dumps(rules))
+        (self.folder / "rules.json").write_text(json.dumps(rules))
         self.assertEqual(self.output("delivery_check.bas", "rules.json", "krz-demo.mov"),
                          "krz-demo.mov: good\n0 of 1 movies break a rule\n")
         rules["picture"].update(width=1920, rate=25, formats=["avc1"])
         rules["sound"]["tracks"] = 2
         rules["seconds"]["least"] = 30
-        (self.path / "rules.json").write_text(json.dumps(rules))
+        (self.folder / "rules.json").write_text(json.dumps(rules))
         self.assertEqual(self.output("delivery_check.bas", "rules.json", "krz-demo.mov", status=1),
                          "krz-demo.mov: the picture is 160x120, not 1920x120\n"
                          "krz-demo.mov: it has 2 pictures a second, not 25\n"

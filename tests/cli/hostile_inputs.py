@@ -12,7 +12,8 @@ import time
 import unittest
 import zlib
 
-KRZ = os.path.abspath(sys.argv[1])
+from command_test import KRZ, MovieTest
+
 MOST_SECONDS = 1.0
 MOST_KIB = 64 * 1024
 GIVE_UP_SECONDS = 20
@@ -91,30 +92,24 @@ class Answer:
             self.errors = errors.read().decode()
 
 
-class HostileInputs(unittest.TestCase):
+class HostileInputs(MovieTest):
     @classmethod
     def setUpClass(cls):
-        cls.folder = tempfile.TemporaryDirectory()
-        cls.path = pathlib.Path(cls.folder.name)
-        subprocess.run([KRZ, "demo", cls.path], check=True, capture_output=True, timeout=60)
-        demo = (cls.path / "krz-demo.mov").read_bytes()
+        super().setUpClass()
+        demo = cls.demo.read_bytes()
         begin = next(offset for _, kind, offset, _ in atoms_of(demo) if kind == b"moov")
         size = struct.unpack_from(">I", demo, begin)[0]
-        cls.demo = demo
+        cls.whole = demo
         cls.head = demo[:begin]
         cls.moov = demo[begin : begin + size]
         # Small enough to be damaged in every place. Its media data is missing, which the report does not need.
         cls.small = cls.head + cls.moov
-        cls.good = cls.path / "good.mov"
-        cls.good.write_bytes(cls.small)
-        cls.good_report = Answer([cls.good]).output
-
-    @classmethod
-    def tearDownClass(cls):
-        cls.folder.cleanup()
+        cls.good_movie = cls.demo.with_name("good.mov")
+        cls.good_movie.write_bytes(cls.small)
+        cls.good_report = Answer([cls.good_movie]).output
 
     def file(self, name, content):
-        path = self.path / name
+        path = self.folder / name
         path.write_bytes(content)
         return path
 
@@ -129,7 +124,7 @@ class HostileInputs(unittest.TestCase):
 
     def assert_refused(self, path, *expected):
         """Asks for the file and for a good movie behind it, which must be reported as if it were alone."""
-        answer = self.ask(path, self.good)
+        answer = self.ask(path, self.good_movie)
         self.assertEqual(answer.status, 3, answer.output)
         self.assertEqual(answer.errors.count("\n"), 1, answer.errors)
         self.assertIn(str(path), answer.errors)
@@ -151,11 +146,11 @@ class HostileInputs(unittest.TestCase):
         return answer
 
     def test_what_is_no_file_with_a_movie_is_named(self):
-        (self.path / "folder").mkdir()
-        os.mkfifo(self.path / "pipe")
-        self.assert_refused(self.path / "folder", "folder")
-        self.assert_refused(self.path / "missing.mov", "no such file")
-        self.assert_refused(self.path / "pipe", "pipe")
+        (self.folder / "folder").mkdir()
+        os.mkfifo(self.folder / "pipe")
+        self.assert_refused(self.folder / "folder", "folder")
+        self.assert_refused(self.folder / "missing.mov", "no such file")
+        self.assert_refused(self.folder / "pipe", "pipe")
         self.assert_refused(pathlib.Path("/dev/zero"), "device")
         self.assert_refused(self.file("empty.mov", b""), "empty")
         self.assert_refused(self.file("short.mov", b"\0\0\0"), "no movie")
@@ -176,7 +171,7 @@ class HostileInputs(unittest.TestCase):
             "media first": self.head + atom(b"mdat", b"\0" * 200) + self.moov,
             "packed": self.head + packed(self.moov),
             "wide sizes": self.head + struct.pack(">I4sQ", 1, b"mdat", 16 + 200) + b"\0" * 200 + self.moov,
-            "whole demonstration": self.demo,
+            "whole demonstration": self.whole,
         }
         for name, content in movies.items():
             movie = content.index(b"moov") - 4
@@ -296,12 +291,12 @@ class HostileInputs(unittest.TestCase):
 
     def test_a_call_with_many_bad_files_reports_every_good_one(self):
         bad = [self.file(f"bad-{i}.mov", self.small[: 40 * i]) for i in range(1, 12)]
-        answer = self.ask(*(path for pair in zip(bad, [self.good] * len(bad)) for path in pair))
+        answer = self.ask(*(path for pair in zip(bad, [self.good_movie] * len(bad)) for path in pair))
         self.assertEqual(answer.status, 3)
         self.assertEqual(answer.errors.count("\n"), len(bad))
         for path in bad:
             self.assertIn(str(path), answer.errors)
-        self.assertEqual(answer.output.count(str(self.good)), len(bad))
+        self.assertEqual(answer.output.count(str(self.good_movie)), len(bad))
 
 
 if __name__ == "__main__":

@@ -1,15 +1,14 @@
 #!/usr/bin/env python3
 """krz map: what the picture of a movie shows, and that any movie gives a whole, small one. usage: map.py KRZ [FOLDER]"""
-import os
 import pathlib
 import shutil
 import subprocess
 import sys
-import tempfile
 import unittest
 import xml.etree.ElementTree as tree
 
-KRZ = os.path.abspath(sys.argv[1])
+from command_test import MovieTest, krz, without_frameworks
+
 CORPUS = pathlib.Path(sys.argv[2]) if len(sys.argv) > 2 else None
 SVG = "{http://www.w3.org/2000/svg}"
 MOST_BYTES = 100_000
@@ -29,23 +28,7 @@ m.Save
 """
 
 
-def krz(*arguments):
-    return subprocess.run([KRZ, *map(os.fspath, arguments)], capture_output=True, text=True, timeout=60)
-
-
-class Maps(unittest.TestCase):
-    def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.folder = pathlib.Path(folder.name)
-        self.good("demo", self.folder)
-        self.movie = self.folder / "krz-demo.mov"
-
-    def good(self, *arguments):
-        answer = krz(*arguments)
-        self.assertEqual(answer.returncode, 0, answer.stderr)
-        return answer.stdout
-
+class Maps(MovieTest):
     def drawn(self, movie):
         """The map of a movie, parsed: its texts, its hints, its rectangles."""
         document = self.good("map", movie, "-o", "-")
@@ -62,7 +45,7 @@ class Maps(unittest.TestCase):
 
     def test_it_names_tracks_and_chapters(self):
         root, texts, hints = self.drawn(self.movie)
-        for text in ("krz-demo.mov", "1  Pictures", "2  Sound", "3  Chapters", "Beginning", "Middle", "End", "160 × 120"):
+        for text in ("clip.mov", "1  Pictures", "2  Sound", "3  Chapters", "Beginning", "Middle", "End", "160 × 120"):
             self.assertIn(text, texts)
         self.assertIn("raw · 160×120 · eng · 20 samples", texts)
         self.assertIn("1  Pictures  →  3  Chapters   chap", texts)
@@ -144,15 +127,11 @@ m.Save
             (5, "cannot create", (self.movie, "-o", self.folder / "no" / "map.svg")),
             (5, "cannot create", (self.movie, "-o", self.folder / "no" / "map.png")),
         ):
-            answer = krz("map", *arguments)
-            self.assertEqual(answer.returncode, status, answer.stderr)
-            self.assertIn(expected, answer.stderr)
-            self.assertEqual(answer.stderr.count("\n"), 1, answer.stderr)
+            self.refused(status, expected, "map", *arguments)
 
     def test_without_fonts_there_is_still_text(self):
-        none = dict(os.environ, KRZ_FRAMEWORKS=os.fspath(self.folder / "none"))
         for name, status, message in (("map.svg", 0, ""), ("map.png", 1, "krz: text cannot be drawn")):
-            answer = subprocess.run([KRZ, "map", self.movie, "-o", self.folder / name], capture_output=True, text=True, env=none)
+            answer = krz("map", self.movie, "-o", self.folder / name, env=without_frameworks())
             self.assertEqual((answer.returncode, answer.stderr.startswith(message), answer.stderr.count("\n")), (status, True, status))
             self.assertEqual((self.folder / name).exists(), status == 0)
 

@@ -8,16 +8,15 @@ import pathlib
 import resource
 import shutil
 import signal
-import struct
 import subprocess
 import sys
 import tempfile
 import unittest
 import zlib
 
-KRZ = os.path.abspath(sys.argv[1])
+from command_test import KRZ, chunk, krz, png, png_head
+
 FFMPEG = shutil.which("ffmpeg")
-SIGNATURE = b"\x89PNG\r\n\x1a\n"
 
 SHOW = """
 Dim p As Picture = Picture.Open(Args(0))
@@ -31,19 +30,6 @@ For y As Integer = 0 To p.Height - 1
   Print Join(texts, " ")
 Next
 """
-
-
-def chunk(kind, data):
-    return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
-
-
-def head(width, height, bits=8, color=2, interlaced=0):
-    return chunk(b"IHDR", struct.pack(">IIBBBBB", width, height, bits, color, 0, 0, interlaced))
-
-
-def png(width, height, rows, bits=8, color=2, extra=b""):
-    data = b"".join(b"\0" + row for row in rows)
-    return SIGNATURE + head(width, height, bits, color) + extra + chunk(b"IDAT", zlib.compress(data)) + chunk(b"IEND", b"")
 
 
 def bounded_memory():
@@ -63,8 +49,7 @@ class Pictures(unittest.TestCase):
     def run_script(self, source, *arguments):
         script = self.folder / "script.bas"
         script.write_text(source)
-        return subprocess.run([KRZ, "run", script, *map(str, arguments)], capture_output=True, text=True, timeout=60,
-                              cwd=self.folder, preexec_fn=self.bound)
+        return krz("run", script, *arguments, cwd=self.folder, preexec_fn=self.bound)
 
     def shown(self, content):
         path = self.folder / "given.png"
@@ -136,19 +121,19 @@ q.Save("alpha.png")
 
     def test_sizes_that_are_none_are_refused(self):
         for width, height in ((0, 1), (1, 0), (32768, 1), (1, 32768), (2 ** 31 - 1, 2 ** 31 - 1), (2 ** 32 - 1, 1)):
-            answer = self.shown(SIGNATURE + head(width, height) + chunk(b"IDAT", zlib.compress(bytes(100))) + chunk(b"IEND", b""))
+            answer = self.shown(png_head(width, height) + chunk(b"IDAT", zlib.compress(bytes(100))) + chunk(b"IEND", b""))
             self.assertIn(f"its size is {width} x {height} pixels", answer.stderr)
 
     def test_bombs_do_not_go_off(self):
         # Small files that claim to be large: refused by their head, before there is memory for them.
-        answer = self.shown(SIGNATURE + head(16000, 16000) + chunk(b"IDAT", zlib.compress(bytes(1000))) + chunk(b"IEND", b""))
+        answer = self.shown(png_head(16000, 16000) + chunk(b"IDAT", zlib.compress(bytes(1000))) + chunk(b"IEND", b""))
         self.assertIn("cannot hold 16000 x 16000 pixels", answer.stderr)
-        answer = self.shown(SIGNATURE + head(32767, 32767, 1, 0) + chunk(b"IDAT", zlib.compress(bytes(2 ** 27))) + chunk(b"IEND", b""))
+        answer = self.shown(png_head(32767, 32767, 1, 0) + chunk(b"IDAT", zlib.compress(bytes(2 ** 27))) + chunk(b"IEND", b""))
         self.assertIn("are more than 268 million", answer.stderr)
         # One that keeps its word, in half the memory that it needs: a message, no crash.
         rows = zlib.compressobj()
         data = b"".join(rows.compress(bytes(2001)) for _ in range(16000)) + rows.flush()
-        answer = self.shown(SIGNATURE + head(16000, 16000, 1, 0) + chunk(b"IDAT", data) + chunk(b"IEND", b""))
+        answer = self.shown(png_head(16000, 16000, 1, 0) + chunk(b"IDAT", data) + chunk(b"IEND", b""))
         if self.bound:
             self.assertIn("OutOfMemoryException: there is no memory for the picture", answer.stderr)
         # Texts and profiles that unfold to very much are passed over.
@@ -158,8 +143,13 @@ q.Save("alpha.png")
 
     def test_nothing_is_left_of_a_picture_that_cannot_be_written(self):
         (self.folder / "there.png").write_bytes(b"old")
-        script = self.folder / "script.bas"
-        script.write_text("""
+
+        def short_files():
+            signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
+            resource.setrlimit(resource.RLIMIT_FSIZE, (50000, 50000))
+
+        self.bound = short_files
+        answer = self.run_script("""
 Dim p As New Picture(200, 200, 32)
 Dim r As New Random(1)
 For y As Integer = 0 To 199
@@ -169,13 +159,6 @@ For y As Integer = 0 To 199
 Next
 p.Save("there.png")
 """)
-
-        def short_files():
-            signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
-            resource.setrlimit(resource.RLIMIT_FSIZE, (50000, 50000))
-
-        answer = subprocess.run([KRZ, "run", script], capture_output=True, text=True, timeout=60, cwd=self.folder,
-                                preexec_fn=short_files)
         self.assertNotEqual(answer.returncode, 0)
         self.assertIn("IOException: cannot write", answer.stderr)
         self.assertEqual((self.folder / "there.png").read_bytes(), b"old")

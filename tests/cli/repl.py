@@ -1,89 +1,27 @@
 #!/usr/bin/env python3
 """krz repl, from pipes and as a person at a terminal sees it. usage: repl.py KRZ"""
-import os
 import pathlib
-import pty
-import re
-import select
-import signal
 import subprocess
 import sys
-import tempfile
-import time
 import unittest
 
-KRZ = os.path.abspath(sys.argv[1])
+from command_test import KRZ, MovieTest, Terminal, krz
 
 
-class Terminal:
-    """krz repl on a pseudo-terminal: what is typed, and what appears without escape sequences."""
-
-    def __init__(self, state, *arguments, **environment):
-        self.child, self.descriptor = pty.fork()
-        if self.child == 0:
-            os.environ.update({"XDG_STATE_HOME": str(state), "TERM": "xterm", "LC_ALL": "C.UTF-8", **environment})
-            os.execv(KRZ, [KRZ, "repl", *map(str, arguments)])
-        self.text = ""
-
-    def wait_for(self, expected, seconds=30):
-        """What appeared up to and with `expected`, which is taken off."""
-        end = time.monotonic() + seconds
-        while expected not in self.text:
-            ready, _, _ = select.select([self.descriptor], [], [], max(0, end - time.monotonic()))
-            try:
-                more = os.read(self.descriptor, 65536) if ready else b""
-            except OSError:
-                more = b""
-            if not more:
-                raise AssertionError(f"no {expected!r} in {self.text!r}")
-            plain = re.sub(rb"\x1b\[[0-9;?]*[A-Za-z]|\x1b[=>]", b"", more)
-            self.text += plain.decode(errors="replace").replace("\r", "")
-        before, _, self.text = self.text.partition(expected)
-        return before + expected
-
-    def type(self, text):
-        os.write(self.descriptor, text.encode())
+class Session(Terminal):
+    def __init__(self, state, *arguments):
+        super().__init__([KRZ, "repl", *arguments], XDG_STATE_HOME=str(state), NO_COLOR="1")
 
     def ask(self, line):
         self.wait_for("krz> ")
         self.type(line + "\n")
 
-    def status(self, seconds=30):
-        """How the session ends, which it is to do by itself."""
-        end = time.monotonic() + seconds
-        while select.select([self.descriptor], [], [], max(0, end - time.monotonic()))[0]:
-            try:
-                more = os.read(self.descriptor, 65536)
-            except OSError:
-                break
-            if not more:
-                break
-            self.text += more.decode(errors="replace")
-        else:
-            os.kill(self.child, signal.SIGKILL)
-            os.waitpid(self.child, 0)
-            raise AssertionError(f"the session does not end; it has said {self.text!r}")
-        os.close(self.descriptor)
-        return os.waitstatus_to_exitcode(os.waitpid(self.child, 0)[1])
-
 
 def piped(text, *arguments):
-    return subprocess.run([KRZ, "repl", *map(str, arguments)], input=text, capture_output=True, text=True, timeout=60)
+    return krz("repl", *arguments, input=text)
 
 
-class Repl(unittest.TestCase):
-    @classmethod
-    def setUpClass(cls):
-        cls.folder = tempfile.TemporaryDirectory()
-        cls.path = pathlib.Path(cls.folder.name)
-        made = subprocess.run([KRZ, "demo", cls.path], capture_output=True, text=True, timeout=60)
-        assert made.returncode == 0, made.stderr
-        cls.movie = cls.path / "krz-demo.mov"
-
-    @classmethod
-    def tearDownClass(cls):
-        cls.folder.cleanup()
-
+class Repl(MovieTest):
     def test_pipes_are_read_piece_by_piece_and_mistakes_do_not_end_it(self):
         answer = piped('1+2\n\nnothing\nFor i = 1 To 2\n  Print i, _\n    "x"\nNext\nDim a = 1 \\ 0\n"end"')
         self.assertEqual(answer.stdout, '3\n1 x\n2 x\n"end"\n')
@@ -95,7 +33,7 @@ class Repl(unittest.TestCase):
     def test_exit_statuses(self):
         for text, arguments, status in (
             ("1 + 1", [], 0), ("", [], 0), ("Quit 9\n1", [], 9), ("If True Then\n", [], 1), ("Quit\nfail", [], 0),
-            ("1", [self.path / "no.mov"], 3), ("1", ["-w"], 2), ("1", ["a", "b"], 2),
+            ("1", [self.folder / "no.mov"], 3), ("1", ["-w"], 2), ("1", ["a", "b"], 2),
         ):
             with self.subTest(text=text, arguments=arguments):
                 self.assertEqual(piped(text, *arguments).returncode, status)
@@ -112,7 +50,7 @@ class Repl(unittest.TestCase):
         self.assertIn("opened for changes", piped("1", "-w", self.movie).stderr)
 
     def test_a_person_gets_prompts_blocks_and_messages(self):
-        terminal = Terminal(self.path / "person", self.movie)
+        terminal = Session(self.folder / "person", self.movie)
         self.assertIn("m is ", terminal.wait_for("for changes\n"))
         terminal.ask("m.Dur\t")
         self.assertIn("m.Duration\n6000\n", terminal.wait_for("6000\n"))
@@ -133,7 +71,7 @@ class Repl(unittest.TestCase):
         self.assertEqual(terminal.status(), 0)
 
     def test_tab_lists_what_is_possible(self):
-        terminal = Terminal(self.path / "tab")
+        terminal = Session(self.folder / "tab")
         terminal.ask("Class Shape\n Property width As Integer, weight As Double\nEnd Class")
         terminal.ask("Dim thing As New Shape")
         terminal.wait_for("krz> ")
@@ -146,7 +84,7 @@ class Repl(unittest.TestCase):
         self.assertEqual(terminal.status(), 3)
 
     def test_control_c_ends_what_runs_and_what_is_typed_but_not_the_session(self):
-        terminal = Terminal(self.path / "interrupt")
+        terminal = Session(self.folder / "interrupt")
         terminal.ask("Dim n As Integer")
         terminal.ask("While True : n = n + 1 : If n = 1000 Then Print \"running\"")
         terminal.wait_for("...> ")
@@ -166,15 +104,15 @@ class Repl(unittest.TestCase):
         self.assertEqual(terminal.status(), 0)
 
     def test_history_outlives_sessions_and_is_bounded(self):
-        state = self.path / "history"
+        state = self.folder / "history"
         file = state / "krz" / "history"
-        terminal = Terminal(state)
+        terminal = Session(state)
         terminal.ask("40 + 2")
         terminal.ask("Quit")
         self.assertEqual(terminal.status(), 0)
         self.assertEqual(file.read_text(), "40 + 2\nQuit\n")
         self.assertEqual(file.stat().st_mode & 0o777, 0o600)
-        terminal = Terminal(state)
+        terminal = Session(state)
         terminal.wait_for("krz> ")
         terminal.type("\x1b[A\x1b[A\n")
         terminal.wait_for("\n42\n")
@@ -182,16 +120,16 @@ class Repl(unittest.TestCase):
         terminal.type("\x04")
         self.assertEqual(terminal.status(), 0)
         file.write_text("".join(f"Print {i}\n" for i in range(5000)))
-        terminal = Terminal(state)
+        terminal = Session(state)
         terminal.ask("Quit")
         self.assertEqual(terminal.status(), 0)
         lines = file.read_text().splitlines()
         self.assertEqual((len(lines), lines[0], lines[-1]), (1001, "Print 4000", "Quit"))
 
     def test_without_a_place_for_history_all_else_works(self):
-        blocked = self.path / "blocked"
+        blocked = self.folder / "blocked"
         blocked.write_text("a file where a folder should be")
-        terminal = Terminal(blocked)
+        terminal = Session(blocked)
         terminal.ask("1 + 2")
         terminal.wait_for("\n3\n")
         terminal.ask("Quit")

@@ -1,36 +1,21 @@
 #!/usr/bin/env python3
 """What is different on a terminal: colour, and what is not. usage: terminal.py KRZ"""
-import os
-import pty
 import sys
 import unittest
 
-from command_test import KRZ, MovieTest, krz
+from command_test import KRZ, MovieTest, Terminal, krz
 
 ESCAPE = "\x1b["
 
 
 def on_terminal(*arguments, **environment):
     """All that a command writes, with both of its outputs on one terminal, and its status."""
-    child, terminal = pty.fork()
-    if child == 0:
-        os.environ.pop("NO_COLOR", None)
-        os.environ.update({"TERM": "xterm", **environment})
-        os.execv(KRZ, [KRZ, *map(str, arguments)])
-    seen = b""
-    while True:
-        try:
-            part = os.read(terminal, 65536)
-        except OSError:  # the other end is closed
-            break
-        if not part:
-            break
-        seen += part
-    os.close(terminal)
-    return seen.decode().replace("\r\n", "\n"), os.waitstatus_to_exitcode(os.waitpid(child, 0)[1])
+    terminal = Terminal(["env", "-u", "NO_COLOR", *(f"{key}={value}" for key, value in environment.items()), KRZ, *arguments])
+    status = terminal.status()
+    return terminal.text, status
 
 
-class Terminal(MovieTest):
+class Colours(MovieTest):
     def test_headings_stand_out_on_a_terminal_and_nowhere_else(self):
         for command in (["info"], ["track", "list"], ["chapters", "list"], ["edit", "list"], ["timecode", "list"],
                         ["sound", "levels"]):

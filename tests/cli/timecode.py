@@ -1,55 +1,26 @@
 #!/usr/bin/env python3
 """The commands for time codes, as a person uses them. usage: timecode.py KRZ"""
 import json
-import os
-import pathlib
 import random
 import re
-import shutil
 import struct
-import subprocess
 import sys
-import tempfile
 import unittest
 
-KRZ = os.path.abspath(sys.argv[1])
+from command_test import MovieTest, krz
 
 
-def krz(*arguments):
-    return subprocess.run([KRZ, *map(str, arguments)], capture_output=True, text=True, timeout=60)
-
-
-class Timecode(unittest.TestCase):
+class Timecode(MovieTest):
     @classmethod
     def setUpClass(cls):
-        cls.folder = tempfile.TemporaryDirectory()
-        cls.path = pathlib.Path(cls.folder.name)
-        made = krz("demo", cls.path)
-        assert made.returncode == 0, made.stderr
+        super().setUpClass()
         # Twenty pictures, half a second each, without what the demonstration has of time codes.
-        cls.plain = cls.path / "plain.mov"
-        made = krz("timecode", "remove", cls.path / "krz-demo.mov", "-o", cls.plain)
-        if made.returncode != 0:
-            shutil.copy(cls.path / "krz-demo.mov", cls.plain)
-
-    @classmethod
-    def tearDownClass(cls):
-        cls.folder.cleanup()
-
-    def setUp(self):
-        self.movie = self.path / "clip.mov"
-        shutil.copy(self.plain, self.movie)
+        cls.demo, whole = cls.demo.with_name("plain.mov"), cls.demo
+        made = krz("timecode", "remove", whole, "-o", cls.demo)
+        assert made.returncode == 0, made.stderr
 
     def done(self, *arguments):
-        answer = krz("timecode", *arguments)
-        self.assertEqual(answer.returncode, 0, answer.stderr)
-        return answer.stdout
-
-    def fails(self, status, expected, *arguments):
-        answer = krz(*arguments)
-        self.assertEqual((answer.returncode, answer.stdout), (status, ""), answer.stderr)
-        self.assertRegex(answer.stderr, expected)
-        self.assertNotIn("\n", answer.stderr.strip())
+        return self.good("timecode", *arguments)
 
     def shown(self, *arguments):
         return json.loads(self.done("show", self.movie, "--json", *arguments))
@@ -90,22 +61,18 @@ class Timecode(unittest.TestCase):
                                                   "numberOfFrames", "frameNumber", "sourceName"])
         self.assertIn("tmcd", krz("refs", "show", self.movie).stdout)
         self.assertEqual(krz("verify", self.movie, "-q").stdout, "")
-        self.fails(1, "has a timecode track already", "timecode", "add", self.movie, "-i")
+        self.refused(1, "has a timecode track already", "timecode", "add", self.movie, "-i")
         self.done("add", self.movie, "--replace", "--counter", "1000", "--rate", "25", "-i")
         self.assertEqual([self.shown("--at", at)["string"] for at in ("0", "1", "end-0.02")], ["1000", "1025", "1249"])
         self.done("remove", self.movie, "-i")
-        self.fails(1, "no timecode track", "timecode", "show", self.movie)
-        self.fails(1, "no timecode track", "timecode", "remove", self.movie, "-i")
+        self.refused(1, "no timecode track", "timecode", "show", self.movie)
+        self.refused(1, "no timecode track", "timecode", "remove", self.movie, "-i")
         self.assertNotIn("tmcd", krz("refs", "show", self.movie).stdout)
 
     def test_mistakes_are_named_and_nothing_is_written(self):
         before = self.movie.read_bytes()
         for expected, arguments in (
             ("leaves out the frames 00 to 01 of that minute, which begins with 00:01:00;02", ("--start", "00:01:00;00", "--rate", "29.97df")),
-            ("frames go from 00 to 24", ("--start", "00:00:00:25", "--rate", "25")),
-            ("hours go from 00 to 23 where the day wraps", ("--start", "24:00:00:00", "--rate", "25")),
-            ("hours go from 00 to 255", ("--start", "256:00:00:00", "--rate", "25", "--no-wrap")),
-            ("says drop-frame", ("--start", "00:00:00;00", "--rate", "25")),
             ("is no time code", ("--start", "noon", "--rate", "25")),
             ("neither part may be 0", ("--rate", "0")),
             ("neither part may be 0", ("--rate", "25/0")),
@@ -117,11 +84,11 @@ class Timecode(unittest.TestCase):
             ("whole number", ("--counter", "1.5", "--rate", "25")),
         ):
             with self.subTest(arguments=arguments):
-                self.fails(2, expected, "timecode", "add", self.movie, *arguments, "-i")
-        self.fails(2, "-i changes", "timecode", "add", self.movie)
+                self.refused(2, expected, "timecode", "add", self.movie, *arguments, "-i")
+        self.refused(2, "-i changes", "timecode", "add", self.movie)
         self.assertEqual(self.movie.read_bytes(), before)
-        self.fails(2, "at which rate", "timecode", "convert", "5")
-        self.fails(2, "beyond the frames", "timecode", "convert", "99999999999", "--rate", "25")
+        self.refused(2, "at which rate", "timecode", "convert", "5")
+        self.refused(2, "beyond the frames", "timecode", "convert", "99999999999", "--rate", "25")
 
     def test_conversions_agree_with_each_other(self):
         random.seed(11)
@@ -148,9 +115,9 @@ class Timecode(unittest.TestCase):
         self.assertIn("10:00:03:12 to 10:00:07:24", listed)
         for status, expected, time in ((2, "never shows 10:00:00:00", "tc:10:00:00:00"), (2, "frames go from", "tc:10:00:00:25"),
                                        (2, "is no time code", "tc:now"), (2, "ends at", "end")):
-            self.fails(status, expected, "timecode", "show", self.movie, "--at", time)
-        shutil.copy(self.plain, self.movie)
-        self.fails(2, "needs a movie with a timecode track", "samples", "list", self.movie, "video", "--from", "tc:00:00:00:00")
+            self.refused(status, expected, "timecode", "show", self.movie, "--at", time)
+        self.movie = self.copy("plain.mov")
+        self.refused(2, "needs a movie with a timecode track", "samples", "list", self.movie, "video", "--from", "tc:00:00:00:00")
 
     def test_cut_movies_keep_every_label(self):
         self.done("add", self.movie, "--start", "01:00:00:00", "--rate", "25", "-i")
@@ -181,7 +148,7 @@ class Timecode(unittest.TestCase):
                 struct.pack_into(form, damaged, at + offset, value)
                 self.movie.write_bytes(damaged)
                 if expected:
-                    self.fails(3, expected, "timecode", "show", self.movie)
+                    self.refused(3, expected, "timecode", "show", self.movie)
                     self.assertEqual(krz("timecode", "list", self.movie).returncode, 3)
                     info = krz("info", "--json", self.movie)
                     self.assertEqual((info.returncode, json.loads(info.stdout)["timeCode"]), (0, None))

@@ -1,7 +1,6 @@
 // A script that asks everything of real movies, one test a file.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <fstream>
 #include <map>
 
@@ -50,20 +49,13 @@ std::vector<RealMovie> real_movies() {
   return result;
 }
 
-std::string content_of(const std::filesystem::path& path) {
-  std::ifstream stream(path, std::ios::binary);
-  std::ostringstream content;
-  content << stream.rdbuf();
-  return content.str();
-}
-
 class RealMovies : public testing::TestWithParam<RealMovie> {};
 
 TEST_P(RealMovies, AnswerEverythingAScriptAsks) {
   const ToolboxCounts before;
   RuntimeOptions options;
   options.arguments = {(kCorpus / GetParam().file).string()};
-  const std::string source = content_of(KRZ_SOURCE_DIR "/tests/scripts/corpus/walk.bas");
+  const std::string source = read_file(KRZ_SOURCE_DIR "/tests/scripts/corpus/walk.bas");
   ASSERT_NE(source, "");
   const ScriptOutcome outcome =
       run_source(source, "walk.bas", options, [](Runtime& runtime) { prepare(runtime); });
@@ -85,11 +77,7 @@ TEST_P(RealMovies, AnswerEverythingAScriptAsks) {
 }
 
 std::string test_name(const testing::TestParamInfo<RealMovie>& info) {
-  std::string name = info.param.file;
-  std::replace_if(
-      name.begin(), name.end(),
-      [](char c) { return std::isalnum(static_cast<unsigned char>(c)) == 0; }, '_');
-  return name;
+  return test_name_of(info.param.file);
 }
 
 INSTANTIATE_TEST_SUITE_P(Corpus, RealMovies, testing::ValuesIn(real_movies()), test_name);

@@ -1,8 +1,6 @@
 // Each script that uses the module's classes is a test of its own.
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 #include "integration/whole_system.h"
 #include "scripts/script_runner.h"
 
@@ -45,11 +43,7 @@ std::vector<std::string> module_scripts() {
 }
 
 std::string test_name(const testing::TestParamInfo<std::string>& info) {
-  std::string name = info.param.substr(0, info.param.rfind('.'));
-  std::replace_if(
-      name.begin(), name.end(),
-      [](char c) { return std::isalnum(static_cast<unsigned char>(c)) == 0; }, '_');
-  return name;
+  return test_name_of(info.param.substr(0, info.param.rfind('.')));
 }
 
 INSTANTIATE_TEST_SUITE_P(Scripts, ModuleScript, testing::ValuesIn(module_scripts()), test_name);

@@ -5,13 +5,11 @@ Each case is a script over a movie `m` with the tracks `video`, `sound` and `tex
 as a new one, and the judges must see the change in both. Exit status 77 (skipped) without the tools.
 """
 import json
-import os
 import pathlib
 import re
 import shutil
-import subprocess
-import sys
-import tempfile
+
+from judge import KRZ, expect, finish, folder, need, run
 
 HEAD = """
 Dim m As Movie = OpenMovie(Args(0), True)
@@ -23,10 +21,6 @@ SAVE = """
 m.Save
 m.SaveAs(Args(1))
 """
-
-
-def run(*command):
-    return subprocess.run([str(c) for c in command], capture_output=True, text=True, timeout=60)
 
 
 def exiftool(path):
@@ -125,37 +119,29 @@ CASES = {
 
 
 def main():
-    krz = os.path.abspath(sys.argv[1])
-    if not (shutil.which("ffprobe") and shutil.which("exiftool")):
-        print("skipped: ffprobe and exiftool are needed")
-        return 77
-    faults = []
-    with tempfile.TemporaryDirectory() as name:
-        folder = pathlib.Path(name)
-        run(krz, "demo", folder)
-        demo = folder / "krz-demo.mov"
+    need("ffprobe", "exiftool")
+    with folder() as name:
+        place = pathlib.Path(name)
+        run(KRZ, "demo", place)
+        demo = place / "krz-demo.mov"
         before = exiftool(demo), ffprobe(demo)
         for case, (change, expected) in CASES.items():
-            script, edited, new = folder / "change.bas", folder / "edited.mov", folder / "new.mov"
+            script, edited, new = place / "change.bas", place / "edited.mov", place / "new.mov"
             script.write_text(HEAD + change + SAVE)
             shutil.copy(demo, edited)
             new.unlink(missing_ok=True)
-            answer = run(krz, "run", script, edited, new)
-            if answer.returncode != 0 or answer.stderr:
-                faults.append(f"{case}: the script ended with {answer.returncode}: {answer.stderr}")
+            answer = run(KRZ, "run", script, edited, new)
+            expect(answer.returncode == 0 and not answer.stderr, f"{case}: the script ended with {answer.returncode}: {answer.stderr}")
+            if answer.returncode != 0:
                 continue
             for path in (edited, new):
                 judged = exiftool(path), ffprobe(path)
                 for question, wanted in expected:
-                    if question(*judged) != wanted:
-                        faults.append(f"{case}, {path.name}: {question(*judged)} instead of {wanted}")
-            if all(question(*before) == wanted for question, wanted in expected):
-                faults.append(f"{case}: the judges see no difference")
-    for fault in faults:
-        print(fault)
-    print(f"{len(CASES)} changes judged, {len(faults)} faults")
-    return 1 if faults else 0
+                    expect(question(*judged) == wanted, f"{case}, {path.name}: {question(*judged)} instead of {wanted}")
+            seen = [question(*before) == wanted for question, wanted in expected]
+            expect(not all(seen), f"{case}: the judges see no difference")
+    finish(f"{len(CASES)} changes judged")
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    main()

@@ -9,10 +9,8 @@ list fails the test, and so does an entry of the list that no longer applies. Ex
 or the tools.
 """
 import json
-import pathlib
-import shutil
-import subprocess
-import sys
+
+from judge import CORPUS, KRZ, faults, finish, need, need_corpus, run
 
 # Files that hold no movie: krz must refuse them with exit status 3.
 NOT_MOVIES = {
@@ -40,13 +38,9 @@ DATA_HANDLERS = ("alis", "url ", "rsrc")
 CODEC_TYPES = {"vide": "video", "soun": "audio"}
 
 
-def run(*command):
-    return subprocess.run(command, capture_output=True, text=True, timeout=60)
-
-
 def judge_ffprobe(path):
     """What ffprobe says of the tracks, in file order. A cover picture in the metadata is a stream, but no track."""
-    answer = run("ffprobe", "-v", "quiet", "-show_streams", "-of", "json", str(path))
+    answer = run("ffprobe", "-v", "quiet", "-show_streams", "-of", "json", path)
     if answer.returncode != 0:
         return None
     tracks = []
@@ -68,7 +62,7 @@ def judge_ffprobe(path):
 
 def judge_exiftool(path):
     """What exiftool says of the tracks, in file order."""
-    answer = run("exiftool", "-j", "-n", "-G1:4", "-a", "-charset", "utf8", str(path))
+    answer = run("exiftool", "-j", "-n", "-G1:4", "-a", "-charset", "utf8", path)
     if not answer.stdout:
         return None
     fields = json.loads(answer.stdout)[0]
@@ -148,48 +142,38 @@ def differences(name, mine, judge, verdict):
 
 
 def main():
-    krz, folder = sys.argv[1], pathlib.Path(sys.argv[2])
-    if not folder.is_dir():
-        print(f"skipped: the folder of real movies {folder} is absent")
-        return 77
-    for tool in ("ffprobe", "exiftool"):
-        if not shutil.which(tool):
-            print(f"skipped: {tool} is not installed")
-            return 77
-    failures, used, compared, movies = [], set(), 0, 0
-    for path in sorted(folder.iterdir()):
+    need_corpus()
+    need("ffprobe", "exiftool")
+    used, compared, movies = set(), 0, 0
+    for path in sorted(CORPUS.iterdir()):
         if path.suffix in (".tsv", ".md"):
             continue
-        answer = run(krz, "info", "--json", str(path))
+        answer = run(KRZ, "info", "--json", path)
         if path.name in NOT_MOVIES:
             if answer.returncode != 3 or str(path) not in answer.stderr:
-                failures.append(f"{path.name}: not refused as it should be: {answer.returncode} {answer.stderr}")
+                faults.append(f"{path.name}: not refused as it should be: {answer.returncode} {answer.stderr}")
             continue
         if answer.returncode != 0:
-            failures.append(f"{path.name}: exit status {answer.returncode}: {answer.stderr.strip()}")
+            faults.append(f"{path.name}: exit status {answer.returncode}: {answer.stderr.strip()}")
             continue
         movies += 1
         mine = ours(json.loads(answer.stdout))
         for judge, ask in (("ffprobe", judge_ffprobe), ("exiftool", judge_exiftool)):
             verdict = ask(path)
             if verdict is None:
-                if (path.name, 0, "opens", judge) in EXPLAINED:
-                    used.add((path.name, 0, "opens", judge))
-                else:
-                    failures.append(f"{path.name}: {judge} cannot read it, krz can")
+                faults.append(f"{path.name}: {judge} cannot read it, krz can")
                 continue
             compared += sum(len(track) for track in verdict["tracks"]) + 1
             for key, own, theirs in differences(path.name, mine, judge, verdict):
                 if key in EXPLAINED:
                     used.add(key)
                 else:
-                    failures.append(f"{key}: krz says {own!r}, {judge} says {theirs!r}")
-    failures += [f"no longer a difference: {key}" for key in EXPLAINED if key not in used]
-    for failure in failures:
-        print(failure)
-    print(f"{movies} movies, {compared} answers compared, {len(used)} explained differences, {len(failures)} failures")
-    return 1 if failures or compared == 0 else 0
+                    faults.append(f"{key}: krz says {own!r}, {judge} says {theirs!r}")
+    faults.extend(f"no longer a difference: {key}" for key in EXPLAINED if key not in used)
+    if compared == 0:
+        faults.append("nothing was compared")
+    finish(f"{movies} movies, {compared} answers compared, {len(used)} explained differences")
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    main()

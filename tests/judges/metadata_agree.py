@@ -5,19 +5,14 @@ krz with exiftool over real files. usage: metadata_agree.py KRZ [CORPUS]
 Exit status 77 (skipped) without the tools.
 """
 import json
-import os
 import pathlib
 import re
 import shutil
 import struct
-import subprocess
-import sys
-import tempfile
 import zlib
 
-KRZ = os.path.abspath(sys.argv[1])
-CORPUS = pathlib.Path(sys.argv[2]) if len(sys.argv) > 2 else None
-failures = []
+from judge import CORPUS, KRZ, expect, finish, folder, judge_real_movies, must, need, run
+
 
 # Five scripts: Latin with accents, Cyrillic, Greek, Hebrew, Chinese.
 TITLES = ["Café – Über Ærø", "Война и мир", "Οδύσσεια", "שלום", "紅樓夢"]
@@ -33,19 +28,6 @@ NAMES = {
 }
 
 
-def run(*command, good=True):
-    answer = subprocess.run([str(c) for c in command], capture_output=True, text=True, timeout=120)
-    if good and answer.returncode != 0:
-        raise RuntimeError(f"{command}: {answer.stdout[-300:]} {answer.stderr[-300:]}")
-    return answer.stdout
-
-
-def check(condition, text):
-    if not condition:
-        failures.append(text)
-        print("FAILED:", text)
-
-
 def png(path):
     def chunk(kind, data):
         return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
@@ -55,11 +37,11 @@ def png(path):
 
 
 def exiftool(path):
-    return json.loads(run("exiftool", "-j", "-n", "-a", "-G1:4", path))[0]
+    return json.loads(must("exiftool", "-j", "-n", "-a", "-G1:4", path))[0]
 
 
 def ffprobe(path):
-    return json.loads(run("ffprobe", "-v", "error", "-show_format", "-of", "json", path))["format"].get("tags", {})
+    return json.loads(must("ffprobe", "-v", "error", "-show_format", "-of", "json", path))["format"].get("tags", {})
 
 
 def has(values, wanted):
@@ -81,80 +63,80 @@ def written_by_krz(folder, made, cover):
     for source in made:
         movie = folder / ("krz" + source.suffix)
         shutil.copy(source, movie)
-        run(KRZ, "meta", "set", movie, *[f"{k}={v}" for k, v in NAMES.items()], f"artwork={cover}", "-i")
-        own = {(i["storageFormat"], i["key"]): i for i in json.loads(run(KRZ, "meta", "list", movie, "--json"))}
-        check(len(own) == len(NAMES) + 1, f"{movie.name}: {len(own)} items of {len(NAMES) + 1}")
+        must(KRZ, "meta", "set", movie, *[f"{k}={v}" for k, v in NAMES.items()], f"artwork={cover}", "-i")
+        own = {(i["storageFormat"], i["key"]): i for i in json.loads(must(KRZ, "meta", "list", movie, "--json"))}
+        expect(len(own) == len(NAMES) + 1, f"{movie.name}: {len(own)} items of {len(NAMES) + 1}")
         seen = exiftool(movie)
         for name, text in NAMES.items():
-            check(any(has(seen.values(), form) for form in exif_form(name, text)), f"{movie.name}: exiftool does not show {name} {text}")
+            expect(any(has(seen.values(), form) for form in exif_form(name, text)), f"{movie.name}: exiftool does not show {name} {text}")
         # Those two show the last of several keys that mean nearly the same to them, so that there are few here.
         few = folder / ("few" + source.suffix)
         shutil.copy(source, few)
         usual = ("title", "artist", "album", "comment", "copyright", "genre")
-        run(KRZ, "meta", "set", few, *[f"{name}={NAMES[name]}" for name in usual], "-i")
+        must(KRZ, "meta", "set", few, *[f"{name}={NAMES[name]}" for name in usual], "-i")
         tags = ffprobe(few)
         for name in usual:
-            check(has(tags.values(), NAMES[name]), f"{movie.name}: ffprobe does not show {name}")
-        shown = run("mediainfo", few)
+            expect(has(tags.values(), NAMES[name]), f"{movie.name}: ffprobe does not show {name}")
+        shown = must("mediainfo", few)
         for name in ("title", "artist", "album", "comment", "copyright"):
-            check(NAMES[name] in shown, f"{movie.name}: mediainfo does not show {name}")
+            expect(NAMES[name] in shown, f"{movie.name}: mediainfo does not show {name}")
         back = folder / "back.png"
-        run(KRZ, "meta", "get", movie, "artwork", "-o", back, "-f")
-        check(back.read_bytes() == cover.read_bytes(), f"{movie.name}: the artwork came back different")
+        must(KRZ, "meta", "get", movie, "artwork", "-o", back, "-f")
+        expect(back.read_bytes() == cover.read_bytes(), f"{movie.name}: the artwork came back different")
         # The short list is what AtomicParsley knows; everything that has a place there.
         # It does not take QuickTime movies.
         short = folder / ("short" + source.suffix)
         shutil.copy(source, short)
-        run(KRZ, "meta", "set", short, *[f"{k}={NAMES[k]}" for k in ("title", "artist", "album", "comment", "copyright", "track")],
+        must(KRZ, "meta", "set", short, *[f"{k}={NAMES[k]}" for k in ("title", "artist", "album", "comment", "copyright", "track")],
             f"artwork={cover}", "--storage", "itms", "-i")
         if source.suffix != ".mov":
-            listed = run("AtomicParsley", short, "-t")
+            listed = must("AtomicParsley", short, "-t")
             for name in ("title", "artist", "album", "comment", "copyright"):
-                check(NAMES[name] in listed, f"{short.name}: AtomicParsley does not show {name}")
-            check("3 of 12" in listed, f"{short.name}: AtomicParsley does not show the track")
-            check(re.search("covr.*1 piece", listed), f"{short.name}: AtomicParsley shows no artwork")
-        run("ffmpeg", "-v", "error", "-i", movie, "-f", "null", "-")
+                expect(NAMES[name] in listed, f"{short.name}: AtomicParsley does not show {name}")
+            expect("3 of 12" in listed, f"{short.name}: AtomicParsley does not show the track")
+            expect(re.search("covr.*1 piece", listed), f"{short.name}: AtomicParsley shows no artwork")
+        must("ffmpeg", "-v", "error", "-i", movie, "-f", "null", "-")
         # User data, in five scripts, where each reader looks for it.
         for text in TITLES:
             classic = folder / ("classic" + source.suffix)
             shutil.copy(source, classic)
-            run(KRZ, "meta", "set", classic, f"title={text}", "--storage", "udta", "-i")
-            check(has(exiftool(classic).values(), text), f"{classic.name}: exiftool does not show {text}")
-            check(has(ffprobe(classic).values(), text), f"{classic.name}: ffprobe does not show {text}")
-            check(text in run("mediainfo", classic), f"{classic.name}: mediainfo does not show {text}")
-            before = run(KRZ, "info", "--json", source)
-            run(KRZ, "meta", "remove", classic, "title", "-i")
-            after = run(KRZ, "info", "--json", classic).replace(str(classic), str(source))
-            check(before == after, f"{classic.name}: removing the title did not bring the movie back")
+            must(KRZ, "meta", "set", classic, f"title={text}", "--storage", "udta", "-i")
+            expect(has(exiftool(classic).values(), text), f"{classic.name}: exiftool does not show {text}")
+            expect(has(ffprobe(classic).values(), text), f"{classic.name}: ffprobe does not show {text}")
+            expect(text in must("mediainfo", classic), f"{classic.name}: mediainfo does not show {text}")
+            before = must(KRZ, "info", "--json", source)
+            must(KRZ, "meta", "remove", classic, "title", "-i")
+            after = must(KRZ, "info", "--json", classic).replace(str(classic), str(source))
+            expect(before == after, f"{classic.name}: removing the title did not bring the movie back")
 
 
 def values_of(path):
-    return [str(i["value"]) for i in json.loads(run(KRZ, "info", "--json", path))["metaData"]]
+    return [str(i["value"]) for i in json.loads(must(KRZ, "info", "--json", path))["metaData"]]
 
 
 def written_by_others(folder, made):
     mov, mp4, m4a = made
     for source, flags in ((mov, []), (mp4, []), (m4a, []), (mp4, ["-movflags", "use_metadata_tags"]), (mov, ["-movflags", "use_metadata_tags"])):
         out = folder / ("ffmpeg" + source.suffix)
-        run("ffmpeg", "-v", "error", "-y", "-i", source, "-c", "copy", "-metadata", f"title={TITLES[1]}",
+        must("ffmpeg", "-v", "error", "-y", "-i", source, "-c", "copy", "-metadata", f"title={TITLES[1]}",
             "-metadata", f"artist={TITLES[4]}", "-metadata", "comment=plain", *flags, out)
         for wanted in (TITLES[1], TITLES[4], "plain"):
-            check(wanted in values_of(out), f"{out.name} {flags}: krz does not show {wanted} of ffmpeg")
+            expect(wanted in values_of(out), f"{out.name} {flags}: krz does not show {wanted} of ffmpeg")
     for source in (mp4, m4a):
         out = folder / ("parsley" + source.suffix)
-        run("AtomicParsley", source, "--title", TITLES[2], "--artist", TITLES[3], "--tracknum", "2/9", "--rDNSatom", "calm", "name=MOOD",
+        must("AtomicParsley", source, "--title", TITLES[2], "--artist", TITLES[3], "--tracknum", "2/9", "--rDNSatom", "calm", "name=MOOD",
             "domain=org.example", "-o", out)
         for wanted in (TITLES[2], TITLES[3], "calm"):
-            check(wanted in values_of(out), f"{out.name}: krz does not show {wanted} of AtomicParsley")
-        check(run(KRZ, "meta", "get", out, "track").strip() == "2/9", f"{out.name}: the track of AtomicParsley")
-        check(run(KRZ, "meta", "get", out, "itms:org.example:MOOD").strip() == "calm", f"{out.name}: the long key of AtomicParsley")
+            expect(wanted in values_of(out), f"{out.name}: krz does not show {wanted} of AtomicParsley")
+        expect(must(KRZ, "meta", "get", out, "track").strip() == "2/9", f"{out.name}: the track of AtomicParsley")
+        expect(must(KRZ, "meta", "get", out, "itms:org.example:MOOD").strip() == "calm", f"{out.name}: the long key of AtomicParsley")
     for source in made:
         for group in ("Keys", "ItemList", "UserData"):
             out = folder / ("exif" + source.suffix)
             shutil.copy(source, out)
-            run("exiftool", "-q", "-overwrite_original", f"-{group}:Title={TITLES[0]}", f"-{group}:Artist={TITLES[4]}", out)
+            must("exiftool", "-q", "-overwrite_original", f"-{group}:Title={TITLES[0]}", f"-{group}:Artist={TITLES[4]}", out)
             for wanted in (TITLES[0], TITLES[4]):
-                check(wanted in values_of(out), f"{out.name} {group}: krz does not show {wanted} of exiftool")
+                expect(wanted in values_of(out), f"{out.name} {group}: krz does not show {wanted} of exiftool")
 
 
 # What exiftool computes from a value rather than showing it.
@@ -165,7 +147,7 @@ COMPUTED = re.compile(r":(GPSCoordinates|LocationInformation|LocationAccuracyHor
 def real_files():
     explained = compared = 0
     for path in sorted(CORPUS.iterdir()):
-        answer = subprocess.run([KRZ, "info", "--json", str(path)], capture_output=True, text=True, timeout=60)
+        answer = run(KRZ, "info", "--json", path)
         if answer.returncode != 0:
             continue
         movie = json.loads(answer.stdout)
@@ -186,33 +168,26 @@ def real_files():
             compared += 1
             size = re.match(r"\(Binary data (\d+) bytes", str(value))
             found = has(ours, str(value)) or (size and int(size[1]) in ours)
-            check(found, f"{path.name}: exiftool shows {tag} {str(value)[:60]!r}, krz does not")
+            expect(found, f"{path.name}: exiftool shows {tag} {str(value)[:60]!r}, krz does not")
     print(f"{compared} items of real files compared; {explained} that exiftool computes from values not")
-    check(compared > 50, "too few items to compare")
+    expect(compared > 50, "too few items to compare")
 
 
 def main():
-    missing = [tool for tool in ("exiftool", "ffprobe", "ffmpeg", "mediainfo", "AtomicParsley") if not shutil.which(tool)]
-    if missing:
-        print("skipped: without", ", ".join(missing))
-        return 77
-    with tempfile.TemporaryDirectory() as name:
-        folder = pathlib.Path(name)
-        made = [folder / n for n in ("made.mov", "made.mp4", "made.m4a")]
+    need("exiftool", "ffprobe", "ffmpeg", "mediainfo", "AtomicParsley")
+    with folder() as name:
+        place = pathlib.Path(name)
+        made = [place / n for n in ("made.mov", "made.mp4", "made.m4a")]
         for path in made:
             video = [] if path.suffix == ".m4a" else ["-f", "lavfi", "-i", "testsrc=size=64x48:rate=5:duration=1"]
-            run("ffmpeg", "-v", "error", *video, "-f", "lavfi", "-i", "sine=duration=1", "-fflags", "+bitexact", path)
-        cover = folder / "cover.png"
+            must("ffmpeg", "-v", "error", *video, "-f", "lavfi", "-i", "sine=duration=1", "-fflags", "+bitexact", path)
+        cover = place / "cover.png"
         png(cover)
-        written_by_krz(folder, made, cover)
-        written_by_others(folder, made)
-    if CORPUS and CORPUS.is_dir():
-        real_files()
-    else:
-        print("skipped: the real files")
-    print(f"{len(failures)} failures")
-    return 1 if failures else 0
+        written_by_krz(place, made, cover)
+        written_by_others(place, made)
+    judge_real_movies(real_files)
+    finish("metadata of made and real files compared")
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    main()

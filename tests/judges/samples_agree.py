@@ -15,10 +15,8 @@ import hashlib
 import io
 import json
 import os
-import pathlib
-import shutil
-import subprocess
-import sys
+
+from judge import CORPUS, KRZ, faults, finish, need, need_corpus, run
 
 # Sound of single frames: ffprobe hands out many at once, which must begin and end where frames do.
 FRAMES = ("twos", "sowt", "raw ", "lpcm", "in24")
@@ -71,10 +69,6 @@ EXPLAINED = {
 Sample = collections.namedtuple("Sample", "time duration size sync digest")
 
 
-def run(*command, text=True):
-    return subprocess.run(command, capture_output=True, text=text, timeout=120)
-
-
 def number(packet, key):
     return int(packet[key]) if key in packet else None
 
@@ -83,7 +77,7 @@ def packets_of(path):
     """ffprobe's packets by stream, in file order of the streams; None when it cannot read the file."""
     answer = run("ffprobe", "-v", "quiet", "-ignore_editlist", "1", "-show_packets", "-show_streams", "-show_data_hash",
                  "md5", "-show_entries", "stream=index,id,nb_frames,codec_type:stream_disposition=attached_pic"
-                 ":packet=stream_index,pts,dts,duration,size,flags,data_hash", "-of", "json", str(path))
+                 ":packet=stream_index,pts,dts,duration,size,flags,data_hash", "-of", "json", path)
     if answer.returncode != 0:
         return None
     document = json.loads(answer.stdout or "{}")
@@ -102,15 +96,15 @@ def packets_of(path):
     return [packets for _, packets in sorted(streams.items())]
 
 
-def samples_of(krz, path, place):
+def samples_of(path, place):
     """krz's samples of the track at that place, and their bytes; an error as text."""
-    listed = run(krz, "samples", "list", str(path), str(place), "--csv")
+    listed = run(KRZ, "samples", "list", str(path), str(place), "--csv")
     if listed.returncode != 0:
         return [], b"", listed.stderr.strip()
     rows = list(csv.DictReader(io.StringIO(listed.stdout)))
     data, error = b"", ""
     if rows:
-        answer = run(krz, "samples", "extract", str(path), str(place), "-o", "-", text=False)
+        answer = run(KRZ, "samples", "extract", str(path), str(place), "-o", "-", text=False)
         data = answer.stdout
         error = answer.stderr.decode().strip()
     samples, at = [], 0
@@ -152,10 +146,10 @@ def differences(name, track, mine, packets):
                    getattr(packets[first], field))
 
 
-def judge(krz, path):
+def judge(path):
     """All differences of a movie, and how many tracks and samples were compared."""
     found, compared = [], [0, 0]
-    answer = run(krz, "info", "--json", str(path))
+    answer = run(KRZ, "info", "--json", path)
     if answer.returncode != 0:
         return found, compared
     tracks = json.loads(answer.stdout)["tracks"]
@@ -166,7 +160,7 @@ def judge(krz, path):
     ids = [track["id"] for track in tracks]
     for place, (track, packets) in enumerate(zip(tracks, streams), 1):
         key = track["id"] if ids.count(track["id"]) == 1 else place
-        samples, data, error = samples_of(krz, path, place)
+        samples, data, error = samples_of(path, place)
         if path.name in CUT_SHORT and len(packets) < len(samples):
             if not error or str(path) not in error:
                 found.append(((path.name, key, "error"), error or "nothing", "less than all samples"))
@@ -183,30 +177,24 @@ def judge(krz, path):
 
 
 def main():
-    krz, folder = sys.argv[1], pathlib.Path(sys.argv[2])
-    if not folder.is_dir():
-        print(f"skipped: the folder of real movies {folder} is absent")
-        return 77
-    if not shutil.which("ffprobe"):
-        print("skipped: ffprobe is not installed")
-        return 77
-    paths = [path for path in sorted(folder.iterdir()) if path.suffix not in (".tsv", ".md")]
-    failures, used, tracks, samples = [], set(), 0, 0
+    need_corpus()
+    need("ffprobe")
+    paths = [path for path in sorted(CORPUS.iterdir()) if path.suffix not in (".tsv", ".md")]
+    used, tracks, samples = set(), 0, 0
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
-        for found, compared in pool.map(lambda path: judge(krz, path), paths):
+        for found, compared in pool.map(judge, paths):
             tracks += compared[0]
             samples += compared[1]
             for key, own, theirs in found:
                 if key in EXPLAINED:
                     used.add(key)
                 else:
-                    failures.append(f"{key}: krz says {own}, ffprobe says {theirs}")
-    failures += [f"no longer a difference: {key}" for key in EXPLAINED if key not in used]
-    for failure in failures:
-        print(failure)
-    print(f"{tracks} tracks with {samples} samples compared, {len(used)} explained differences, {len(failures)} failures")
-    return 1 if failures or samples == 0 else 0
+                    faults.append(f"{key}: krz says {own}, ffprobe says {theirs}")
+    faults.extend(f"no longer a difference: {key}" for key in EXPLAINED if key not in used)
+    if samples == 0:
+        faults.append("nothing was compared")
+    finish(f"{tracks} tracks with {samples} samples compared, {len(used)} explained differences")
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    main()

@@ -5,12 +5,10 @@ usage: timecode_agree.py KRZ [FOLDER]. FOLDER has real movies, which are compare
 without ffmpeg.
 """
 import json
-import os
 import pathlib
 import shutil
-import subprocess
-import sys
-import tempfile
+
+from judge import CORPUS, KRZ, expect, finish, folder, judge_real_movies, must, need, run
 
 # What krz calls a rate, what ffmpeg calls that of the pictures, a start, and the label a second and a half later.
 CASES = [
@@ -25,22 +23,6 @@ CASES = [
     ("59.94df", "60000/1001", "00:09:59;59", "00:10:01;28"),
     ("60", "60", "03:04:05:06", "03:04:06:36"),
 ]
-faults = []
-
-
-def run(*command):
-    return subprocess.run([str(c) for c in command], capture_output=True, text=True, timeout=60)
-
-
-def expect(condition, text):
-    if not condition:
-        faults.append(text)
-
-
-def must(*command):
-    answer = run(*command)
-    assert answer.returncode == 0, (command, answer.stderr)
-    return answer.stdout
 
 
 def probed(path):
@@ -54,8 +36,8 @@ def probed(path):
     return own, others, reels
 
 
-def shown(krz, path, *arguments):
-    answer = run(krz, "timecode", "show", path, "--json", *arguments)
+def shown(path, *arguments):
+    answer = run(KRZ, "timecode", "show", path, "--json", *arguments)
     return json.loads(answer.stdout) if answer.returncode == 0 else None
 
 
@@ -63,45 +45,45 @@ def pictures(path, rate):
     must("ffmpeg", "-v", "error", "-y", "-f", "lavfi", "-i", f"testsrc=d=4:s=64x48:r={rate}", "-c:v", "mpeg4", path)
 
 
-def written_by_krz(krz, folder):
+def written_by_krz(folder):
     for kind in ("mov", "mp4"):
         for i, (rate, picture_rate, start, later) in enumerate(CASES):
             path = folder / f"{i}.{kind}"
             name = f"{path.name} {rate} {start}"
             pictures(path, picture_rate)
-            must(krz, "timecode", "add", path, "--start", start, "--rate", rate, "--source", f"Reel{i}", "-i")
+            must(KRZ, "timecode", "add", path, "--start", start, "--rate", rate, "--source", f"Reel{i}", "-i")
             saved = folder / f"saved-{i}.{kind}"
-            must(krz, "save", path, "-o", saved)
+            must(KRZ, "save", path, "-o", saved)
             for each in (path, saved):
                 own, others, reels = probed(each)
                 expect(own == [start], f"{name}: ffprobe reads {own}")
                 expect(others == [start], f"{name}: ffprobe reads {others} at the pictures")
                 expect(reels == [f"Reel{i}"], f"{name}: ffprobe reads the reels {reels}")
-                code = shown(krz, each, "--at", "1.501")
+                code = shown(each, "--at", "1.501")
                 expect(code and code["string"] == later, f"{name}: krz reads {code} after a second and a half")
             if shutil.which("mediainfo"):
                 text = must("mediainfo", "--Inform=Other;%TimeCode_FirstFrame% %Title%", path).strip()
                 expect(text == f"{start} Reel{i}", f"{name}: mediainfo reads {text}")
             if shutil.which("exiftool"):
                 text = must("exiftool", "-s", "-s", "-s", "-ee", "-TimeCode", path).strip()
-                track = shown(krz, path)["track"]
+                track = shown(path)["track"]
                 expect(text == str(track), f"{name}: exiftool finds the time code in track {text}")
-            checked = run(krz, "verify", path)
+            checked = run(KRZ, "verify", path)
             expect(checked.returncode == 0, f"{name}: {checked.stdout}")
             again = run("ffmpeg", "-v", "error", "-i", path, "-f", "null", "-")
             expect(again.stderr == "", f"{name}: ffmpeg says {again.stderr[:200]}")
 
 
-def written_by_ffmpeg(krz, folder):
+def written_by_ffmpeg(folder):
     for kind in ("mov", "mp4"):
         for i, (rate, picture_rate, start, later) in enumerate(CASES):
             path = folder / f"ffmpeg-{i}.{kind}"
             must("ffmpeg", "-v", "error", "-y", "-f", "lavfi", "-i", f"testsrc=d=4:s=64x48:r={picture_rate}", "-c:v", "mpeg4",
                  "-metadata:s:v", f"reel_name=Tape {i}", "-timecode", start, "-write_tmcd", "1", path)
             own, _, _ = probed(path)
-            code = shown(krz, path)
+            code = shown(path)
             expect(code and [code["string"]] == own == [start], f"{path.name}: krz reads {code}, ffprobe {own}, written was {start}")
-            code = shown(krz, path, "--at", "1.501")
+            code = shown(path, "--at", "1.501")
             # It does not say that the day ends.
             wanted = "24:00:00:12" if start.startswith("23:") else later
             expect(code and code["string"] == wanted, f"{path.name}: krz reads {code} after a second and a half")
@@ -110,12 +92,12 @@ def written_by_ffmpeg(krz, folder):
             expect(code and code["sourceName"] == source, f"{path.name}: krz reads the source {code and code['sourceName']}")
 
 
-def real_movies(krz, folder):
+def real_movies():
     compared = 0
-    for path in sorted(folder.rglob("*")):
+    for path in sorted(CORPUS.rglob("*")):
         if path.suffix.lower() not in (".mov", ".mp4", ".m4v", ".m4a"):
             continue
-        listed = run(krz, "timecode", "list", path, "--json")
+        listed = run(KRZ, "timecode", "list", path, "--json")
         if listed.returncode == 3:
             continue
         probe = run("ffprobe", "-v", "quiet", "-show_streams", "-of", "json", path)
@@ -131,22 +113,13 @@ def real_movies(krz, folder):
 
 
 def main():
-    krz = os.path.abspath(sys.argv[1])
-    if not shutil.which("ffmpeg") or not shutil.which("ffprobe"):
-        print("ffmpeg is not installed; nothing is compared")
-        return 77
-    with tempfile.TemporaryDirectory() as name:
-        written_by_krz(krz, pathlib.Path(name))
-        written_by_ffmpeg(krz, pathlib.Path(name))
-    folder = pathlib.Path(sys.argv[2]) if len(sys.argv) > 2 else None
-    if folder and folder.is_dir():
-        real_movies(krz, folder)
-    else:
-        print("no real movies: only made ones are compared")
-    for fault in faults:
-        print(fault)
-    print(f"{len(CASES) * 4} movies compared")
-    return 1 if faults else 0
+    need("ffmpeg", "ffprobe")
+    with folder() as name:
+        written_by_krz(pathlib.Path(name))
+        written_by_ffmpeg(pathlib.Path(name))
+    judge_real_movies(real_movies)
+    finish(f"{len(CASES) * 4} movies compared")
 
 
-sys.exit(main())
+if __name__ == "__main__":
+    main()

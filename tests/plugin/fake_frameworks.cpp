@@ -1,7 +1,7 @@
 // Frameworks that are there when a test says so, with the routines that it gives them.
 #include <CoreFoundation/CoreFoundation.h>
 
-#include "plugin/fake_calls.h"
+#include "plugin/fake_toolbox.h"
 
 using namespace fake_toolbox;
 

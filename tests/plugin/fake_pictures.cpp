@@ -3,8 +3,8 @@
 #include <map>
 #include <memory>
 
-#include "plugin/fake_calls.h"
 #include "plugin/fake_host.h"
+#include "plugin/fake_toolbox.h"
 
 namespace fake_pictures {
 namespace {
@@ -52,7 +52,6 @@ void start() {
   prototype = Picture();
   pictures.clear();
 }
-int live_pictures() { return static_cast<int>(pictures.size()); }
 
 bool lock(REALpictureStruct* picture, REALpictureDescription* description, int32_t kind) {
   Picture& one = of(picture);

@@ -48,7 +48,6 @@ void forget(const void* object);
 
 /// Starts with pictures of bitmap contexts and none alive.
 void start();
-int live_pictures();
 
 /// Counts one lock; the process ends when a description is unlocked that is not locked.
 bool lock(REALpictureStruct* picture, REALpictureDescription* description, int32_t kind);

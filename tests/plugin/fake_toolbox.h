@@ -1,9 +1,11 @@
-// The toolbox calls that the module makes, answering what a test has written down and recording how
-// they were made.
+// The toolbox under the module's tests is the real one. Some of its calls are written down on their
+// way there, and fail or answer otherwise where a test says so; frameworks and drawing are the
+// tests' own.
 #pragma once
 
 #include <QuickTime/QuickTime.h>
 
+#include <algorithm>
 #include <map>
 #include <string>
 #include <vector>
@@ -11,35 +13,53 @@
 namespace fake_toolbox {
 
 struct Toolbox {
-  std::vector<std::string> calls;          // "GetTrackVolume(7)"
-  std::map<std::string, int64_t> answers;  // by call name; 0 when not written down
-  OSErr error = noErr;                     // what GetMoviesError answers
-  MatrixRecord matrix = {};
-  TimeValue found_time = 0;
-  TimeValue found_duration = 0;
-  std::string sample_description;       // empty: the call leaves the handle
-  std::string sample;                   // likewise
-  std::vector<TimeValue> sample_times;  // where samples begin; empty: found_time is all there is
-  std::vector<std::string> texts;       // the bytes of added text samples
-  std::vector<std::string> looks;       // and how they are to be drawn
-  // Of every time code; the last one that was handed over. Aligned, as references to them are
-  // taken.
+  std::vector<std::string> calls;          // "SetTrackEnabled(7, 1)"
+  std::map<std::string, int64_t> answers;  // by call name, in place of the toolbox's own
+  std::string sample;                      // what media samples hold; empty: what is there
+  std::string look;                        // how the last added text is to be drawn
+  TCTextOptions display_options = {};      // the last that were set
+  // Of the last time code that was made a frame number. Aligned, as references to them are taken.
   alignas(4) TimeCodeDef time_code_definition = {};
   alignas(4) TimeCodeRecord time_code_record = {};
-  TCTextOptions display_options = {};  // likewise
-  std::string added_sample;            // the bytes of the last one, and of its description
-  std::string added_description;
+  int locks = 0;                            // on handles
   std::map<std::string, void*> frameworks;  // their routines by name; empty: no framework is there
   int foundation_objects = 0;               // strings, URLs and bundles that are not released
 };
-Toolbox& toolbox();
-void start();
+inline Toolbox& toolbox() {
+  static Toolbox the_toolbox;
+  return the_toolbox;
+}
+inline void start() { toolbox() = Toolbox(); }
 
-/// Makes a handle of the test's toolbox hold these bytes.
-void fill_handle(Handle handle, const std::string& bytes);
+inline bool called(const std::string& beginning) {
+  const auto& calls = toolbox().calls;
+  return std::any_of(calls.begin(), calls.end(),
+                     [&](const std::string& call) { return call.starts_with(beginning); });
+}
 
-/// Handles that are alive, and locks on them that nobody took back.
-int live_handles();
-int handle_locks();
+inline std::string text(const void* reference) {
+  return std::to_string(reinterpret_cast<uintptr_t>(reference));
+}
+inline std::string text(int64_t number) { return std::to_string(number); }
+
+template <class... Arguments>
+void write_down(const char* name, Arguments... arguments) {
+  std::string call = std::string(name) + "(";
+  [[maybe_unused]] const char* comma = "";  // calls without arguments
+  ((call += comma + text(arguments), comma = ", "), ...);
+  toolbox().calls.push_back(call + ")");
+}
+
+/// Of a call that goes nowhere: 0 when no answer is given.
+template <class... Arguments>
+int64_t answer(const char* name, Arguments... arguments) {
+  write_down(name, arguments...);
+  return toolbox().answers[name];
+}
+
+template <class Reference>
+Reference reference(int64_t token) {
+  return reinterpret_cast<Reference>(static_cast<uintptr_t>(token));
+}
 
 }  // namespace fake_toolbox

@@ -1,7 +1,6 @@
 // Host pictures: the words that pixels of worlds become, what an editor attaches to, how pictures
 // are copied and drawn, and clip masks. Each test runs in a process of its own: what kind of host
 // it is is learnt once.
-#include <algorithm>
 #include <functional>
 
 #include "host/resolver.h"
@@ -14,7 +13,6 @@
 
 namespace {
 
-using fake_drawing::Calls;
 using fake_drawing::drawn;
 using fake_drawing::provide_drawing;
 using fake_drawing::some_world;
@@ -390,17 +388,13 @@ struct TestTrack {
   REALobject object;
 };
 
-bool called(const std::string& call) {
-  return std::find(toolbox().calls.begin(), toolbox().calls.end(), call) != toolbox().calls.end();
-}
-
 void show_clip_regions() {
   TestTrack track;
   toolbox().answers["GetTrackClipRgn"] = 600;
-  toolbox().error = -2009;
+  toolbox().answers["GetMoviesError"] = -2009;
   EXPECT_EQ(track.mask(), nullptr) << "without drawing there is no picture";
   EXPECT_EQ(track.lasterror(), -2009);
-  toolbox().error = 0;
+  toolbox().answers["GetMoviesError"] = noErr;
   track.set_mask(nullptr);
   EXPECT_TRUE(called("SetTrackClipRgn(300, 0)"));
 
@@ -435,6 +429,7 @@ TEST_F(Pictures, ShowClipRegions) { IN_FRESH_PROCESS(show_clip_regions()); }
 void become_clip_regions() {
   provide_drawing();
   toolbox().answers["CGBitmapContextCreateImage"] = 88;
+  toolbox().answers["GetMoviesError"] = noErr;
   TestTrack track;
   REALpictureStruct* const picture = fake_pictures::make(30, 20);
   drawn.bounds = {0, 0, 20, 30};

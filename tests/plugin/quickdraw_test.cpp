@@ -11,7 +11,6 @@ namespace {
 
 using fake_host::property;
 using fake_toolbox::toolbox;
-using Calls = std::vector<std::string>;
 
 // Each test runs in a process of its own: what was found once is kept.
 class QuickDraw : public PluginTest {};

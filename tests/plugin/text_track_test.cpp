@@ -1,46 +1,23 @@
-// Text tracks as the module asks the toolbox for them, call by call.
+// Text tracks where calls of the toolbox fail, values do not fit, and samples lie.
 #include "plugin/text/text_track.h"
 
 #include "plugin/host/encodings.h"
+#include "plugin/host/instance_data.h"
 #include "plugin/plugin_test.h"
 
 namespace {
 
 using fake_host::field;
 using fake_toolbox::toolbox;
-using Calls = std::vector<std::string>;
 using namespace std::string_literals;
 
 constexpr char kChapter[] = "QTChapterDataKRZ";
-constexpr char kChapterTrack[] = "QTChapterTrackKRZ";
-constexpr OSType kVideo = VideoMediaType;
-const std::string kVideoText = std::to_string(kVideo);
-const std::string kChap = std::to_string(kTrackReferenceChapterList);
-const std::string kTextType = std::to_string(TextMediaType);
 
-class TextTracks : public PluginTest {
+class TextTracks : public MovieTest {
  protected:
-  void SetUp() override {
-    PluginTest::SetUp();
-    movie_ = fake_host::make_movie(3);
-    auto& answers = toolbox().answers;
-    answers["GetMovieIndTrackType"] = 7;
-    answers["width"] = 320 << 16;
-    answers["height"] = (240 << 16) + 0x8000;
-    answers["movie scale"] = 600;
-    answers["media scale"] = 300;
-    answers["GetTrackMedia"] = 8;
-    answers["NewMovieTrack"] = 20;
-    answers["NewTrackMedia"] = 21;
-    answers["GetMediaHandler"] = 22;
-    answers["GetMediaDuration"] = 450;
-  }
   void TearDown() override {
-    for (const REALobject chapter : chapters_) {
-      if (chapter) fake_host::unlock(chapter);
-    }
-    fake_host::unlock(fake_host::as_object(movie_));
-    PluginTest::TearDown();
+    for (const REALobject chapter : chapters_) fake_host::unlock(chapter);
+    MovieTest::TearDown();
   }
 
   REALobject add_chapter(const std::string& text, int32_t duration) {
@@ -51,112 +28,60 @@ class TextTracks : public PluginTest {
     return chapter;
   }
 
-  /// "AddTextTrackKRZ"; the handle of the new track, -1 for nil.
-  int32_t add_track(bool is_chapter_track = true) {
-    toolbox().calls.clear();
+  /// "AddTextTrackKRZ": whether it answers a track.
+  bool add_track() {
     const REALstring type = fake_host::make_string("vide", krz::kASCII);
-    const MethodEntry& row = fake_host::method(
-        "movie",
+    const auto track = call<REALobject>(
+        movie_, "movie",
         "AddTextTrackKRZ(chapters() as QTChapterDataKRZ, type as string, isChapterTrack as "
-        "boolean) as QTChapterTrackKRZ");
-    using Add = REALobject(REALmovieStruct*, REALobjectArrayStruct*, REALstring, Boolean);
-    const REALobject track = fake_host::function<Add>(row.function)(
-        movie_, fake_host::as_array(chapters_), type, is_chapter_track);
+        "boolean) as QTChapterTrackKRZ",
+        fake_host::as_array(chapters_), type, Boolean{1});
     fake_host::unlock(type);
-    if (!track) return -1;
+    if (!track) return false;
     EXPECT_EQ(fake_host::locks_of(fake_host::as_object(movie_)), 2);
     EXPECT_EQ(field<int32_t>(track, "QTTrackKRZ", "Lasterror"), 0);
-    const auto handle = field<int32_t>(track, "QTTrackKRZ", "TrackHandle");
     fake_host::unlock(track);
-    return handle;
+    return true;
   }
 
-  static testing::AssertionResult called(const std::string& call) {
-    const Calls& calls = toolbox().calls;
-    if (std::find(calls.begin(), calls.end(), call) != calls.end()) {
-      return testing::AssertionSuccess() << call << " was called";
-    }
-    return testing::AssertionFailure() << call << " is not among " << testing::PrintToString(calls);
-  }
-
-  REALmovieStruct* movie_ = nullptr;
   std::vector<REALobject> chapters_;
 };
 
-TEST_F(TextTracks, AreBuiltBelowTheTrackThatTheyBelongTo) {
-  add_chapter("Hi", 600);
-  EXPECT_EQ(add_track(), 20);
-  const Calls expected = {
-      "GetMovieIndTrackType(3, 1, " + kVideoText + ", 1)",
-      "GetTrackDimensions(7)",
-      "GetTrackMedia(7)",
-      "NewMovieTrack(3, 20971520, 1310720, 0)",
-      "NewTrackMedia(20, " + kTextType + ", 300, 0, 0)",
-      "GetMediaHandler(21)",
-      "GetTrackMatrix(20)",
-      "SetTrackMatrix(20)",
-      "SetTrackEnabled(20, 1)",
-      "BeginMediaEdits(21)",
-      "TextMediaSetTextSampleData(22, 256, " + std::to_string(sampleEncodingType) + ")",
-      "TextMediaAddTextSample(22, 6, 0, 0, 0, 1, 4, 0, 0, 0, 300)",
-      "EndMediaEdits(21)",
-      "GetMediaDuration(21)",
-      "InsertMediaIntoTrack(20, 0, 0, 450, 65536)",
-      "AddTrackReference(7, 20, " + kChap + ")",
-  };
-  EXPECT_EQ(toolbox().calls, expected);
-  EXPECT_EQ(toolbox().texts, Calls{"\xFE\xFF\0H\0i"s});
-  EXPECT_EQ(toolbox().looks, Calls{"text nil, back nil, highlight nil, box 0 0 241 320"});
-  EXPECT_EQ(toolbox().matrix.matrix[2][1], (240 << 16) + 0x8000);
-  add_track(false);
-  EXPECT_FALSE(called("AddTrackReference(7, 20, " + kChap + ")"));
-}
-
-TEST_F(TextTracks, HandOverEveryFieldOfAChapter) {
-  const REALobject chapter = add_chapter("\xC3\xA9\xC3\xBC", 65536);
-  const auto set = [&](const char* name, int32_t value) {
+TEST_F(TextTracks, CutWhatHas16BitsToThem) {
+  const REALobject chapter = add_chapter("\xC3\xA9", 600);
+  const std::pair<const char*, int32_t> values[] = {{"FontNumber", 0x10005},
+                                                    {"FontSize", -1},
+                                                    {"TextJustification", 0x1FFFE},
+                                                    {"DisplayFlags", 65536 + 2048},
+                                                    {"ScrollDelay", 30},
+                                                    {"HighLightStart", 1},
+                                                    {"HighLightEnd", 0x18000},
+                                                    {"Left", 10},
+                                                    {"Top", 32767},
+                                                    {"Width", 100},
+                                                    {"Height", 1},
+                                                    {"TextColor", 0x00FF8000},
+                                                    {"BackColor", 0x00010203},
+                                                    {"HighLightColor", 0x00FFFFFF}};
+  for (const auto& [name, value] : values) {
     field<int32_t>(chapter, kChapter, name) = value;
-  };
-  // What has 16 bits is cut to them.
-  set("FontNumber", 0x10005);
-  set("FontSize", -1);
-  set("TextJustification", 0x1FFFE);
-  set("DisplayFlags", 65536 + 2048);
-  set("ScrollDelay", 30);
-  set("HighLightStart", 1);
-  set("HighLightEnd", 0x18000);
-  set("Left", 10);
-  set("Top", 32767);
-  set("Width", 100);
-  set("Height", 1);
-  set("TextColor", 0x00FF8000);
-  set("BackColor", 0x00010203);
-  set("HighLightColor", 0x00FFFFFF);
+  }
   for (const char* name :
        {"bold", "underline", "shadow", "extend", "HasTextColor", "HasHighLightColor"})
     field<Boolean>(chapter, kChapter, name) = 0x80;  // any byte but zero is true
   add_track();
-  EXPECT_TRUE(called("TextMediaAddTextSample(22, 6, 5, -1, 85, -2, 67584, 30, 1, -32768, 32768)"));
-  EXPECT_EQ(
-      toolbox().looks,
-      Calls{"text 65535/32896/0, back nil, highlight 65535/65535/65535, box 32767 10 -32768 110"});
-  EXPECT_EQ(toolbox().texts, Calls{"\xFE\xFF\0\xE9\0\xFC"s});
+  EXPECT_TRUE(called("SetTrackEnabled("));
+  EXPECT_TRUE(called("TextMediaAddTextSample(5, -1, 85, -2, 67584, 30, 1, -32768, 600)"));
+  EXPECT_EQ(toolbox().look,
+            "text 65535/32896/0, back nil, highlight 65535/65535/65535, box 32767 10 -32768 110");
 }
 
-TEST_F(TextTracks, LeaveOutWhatIsNoChapter) {
+TEST_F(TextTracks, CountAsFarAs16BitsGo) {
   add_chapter("one", 600);
-  chapters_.push_back(nullptr);
-  add_chapter("", 600);
-  EXPECT_EQ(add_track(), 20);
-  EXPECT_EQ(toolbox().texts.size(), 2u);
-  EXPECT_EQ(toolbox().texts.back(), "\xFE\xFF");
-
-  // A count of more than 16 bits keeps its low ones; a negative one is none.
-  toolbox().texts.clear();
   for (const int32_t bound : {-2, 32767, 65535}) {
     fake_host::host().claimed_upper_bound = bound;
-    EXPECT_EQ(add_track(), 20);
-    EXPECT_EQ(toolbox().texts.size(), 0u) << bound;
+    EXPECT_TRUE(add_track());
+    EXPECT_FALSE(called("TextMediaAddTextSample")) << bound;
   }
 }
 
@@ -165,144 +90,57 @@ TEST_F(TextTracks, AreAnsweredAsFarAsTheyCame) {
   const struct {
     const char* call;
     int64_t answer;
-    const char* not_called;
-    int32_t handle;
-  } cases[] = {{"GetMovieIndTrackType", 0, "GetTrackDimensions(7)", -1},
-               {"NewMovieTrack", 0, "GetMediaHandler(21)", -1},
-               {"NewTrackMedia", 0, "GetMediaHandler(0)", 20},
-               {"GetMediaHandler", 0, "SetTrackEnabled(20, 1)", 20},
-               {"EndMediaEdits", -36, "GetMediaDuration(21)", 20},
-               {"InsertMediaIntoTrack", -2014, "AddTrackReference(7, 20, ", 20}};
+    bool is_answered;
+    const char* last;  // call
+  } cases[] = {{"GetMovieIndTrackType", 0, false, "GetMovieIndTrackType"},
+               {"NewMovieTrack", 0, false, "NewMovieTrack"},
+               {"NewTrackMedia", 0, true, "NewTrackMedia"},
+               {"GetMediaHandler", 0, true, "GetMediaHandler"},
+               {"BeginMediaEdits", wrPermErr, true, "AddTrackReference"},
+               {"EndMediaEdits", -36, true, "EndMediaEdits"},
+               {"InsertMediaIntoTrack", -2014, true, "InsertMediaIntoTrack"}};
   for (const auto& one : cases) {
     SCOPED_TRACE(one.call);
-    const int64_t right = toolbox().answers[one.call];
-    toolbox().answers[one.call] = one.answer;
-    EXPECT_EQ(add_track(), one.handle);
-    for (const std::string& call : toolbox().calls)
-      EXPECT_NE(call.find(one.not_called), 0u) << call;
-    toolbox().answers[one.call] = right;
+    toolbox().answers = {{one.call, one.answer}};
+    EXPECT_EQ(add_track(), one.is_answered);
+    ASSERT_FALSE(toolbox().calls.empty());
+    EXPECT_EQ(toolbox().calls.back().find(one.last), 0u) << toolbox().calls.back();
+    // Edits that cannot begin add nothing, and are ended all the same.
+    if (one.answer == wrPermErr) {
+      EXPECT_FALSE(called("TextMediaAddTextSample"));
+      EXPECT_TRUE(called("EndMediaEdits"));
+    }
   }
-  // Edits that cannot begin add nothing, and are ended all the same.
-  toolbox().answers["BeginMediaEdits"] = wrPermErr;
-  toolbox().texts.clear();
-  EXPECT_EQ(add_track(), 20);
-  EXPECT_EQ(toolbox().texts, Calls{});
-  EXPECT_TRUE(called("EndMediaEdits(21)"));
-  EXPECT_TRUE(called("AddTrackReference(7, 20, " + kChap + ")"));
 }
 
-TEST_F(TextTracks, AreLinkedToTheFirstEnabledTrackOfAType) {
-  const auto track = reinterpret_cast<Track>(uintptr_t{20});
-  const auto movie = reinterpret_cast<Movie>(uintptr_t{3});
-  toolbox().answers["AddTrackReference"] = -2030;
-  EXPECT_EQ(krz::QTText_SetTextTrackAsChapterTrack(movie, track, kVideo, true), -2030);
-  EXPECT_TRUE(called("GetMovieIndTrackType(3, 1, " + kVideoText + ", 5)"));
-  krz::QTText_SetTextTrackAsChapterTrack(movie, track, kVideo, false);
-  EXPECT_EQ(toolbox().calls.back(), "DeleteTrackReference(7, " + kChap + ", 1)");
-  EXPECT_EQ(krz::QTText_SetTextTrackAsChapterTrack(nullptr, track, kVideo, true), paramErr);
-  EXPECT_EQ(krz::QTText_SetTextTrackAsChapterTrack(movie, nullptr, kVideo, true), paramErr);
-  toolbox().answers["GetMovieIndTrackType"] = 0;
-  EXPECT_EQ(krz::QTText_SetTextTrackAsChapterTrack(movie, track, kVideo, true), paramErr);
-}
-
-TEST_F(TextTracks, AreRemovedWithTheReferencesToThem) {
-  const auto movie = reinterpret_cast<Movie>(uintptr_t{3});
-  auto& answers = toolbox().answers;
-  answers["GetTrackMovie"] = 3;
-  answers["GetMovieTrackCount"] = 1;
-  answers["GetMovieIndTrack"] = 9;
-  answers["GetNextTrackReferenceType"] = kTrackReferenceChapterList;
-  answers["GetTrackReferenceCount"] = 2;
-  answers["GetTrackReference"] = 7;
-  EXPECT_EQ(krz::QTText_RemoveIndTextTrack(movie, 4), noErr);
-  EXPECT_EQ(toolbox().calls.front(), "GetMovieIndTrackType(3, 4, " + kTextType + ", 1)");
-  // Counted down, so that the lower ones stay where they are.
-  EXPECT_TRUE(called("DeleteTrackReference(9, " + kChap + ", 2)"));
-  EXPECT_TRUE(called("DeleteTrackReference(9, " + kChap + ", 1)"));
-  EXPECT_EQ(toolbox().calls.back(), "DisposeMovieTrack(7)");
-  EXPECT_EQ(krz::QTText_RemoveIndTextTrack(movie, 4), badTrackIndex);
-  EXPECT_EQ(krz::QTText_RemoveIndTextTrack(movie, 0), badTrackIndex);
-  answers["GetMovieIndTrackType"] = 7;
-  EXPECT_EQ(krz::QTText_RemoveIndTextTrack(movie, 0), noErr);
-  answers["GetTrackMovie"] = 0;
-  EXPECT_EQ(krz::QTUtils_DeleteAllReferencesToTrack(reinterpret_cast<Track>(uintptr_t{7})),
+TEST_F(TextTracks, OfNilAreErrors) {
+  EXPECT_EQ(krz::QTText_SetTextTrackAsChapterTrack(nullptr, track(1), VideoMediaType, true),
             paramErr);
-}
-
-class ChapterTracks : public PluginTest {
- protected:
-  void SetUp() override {
-    PluginTest::SetUp();
-    object_ = fake_host::make_object(kChapterTrack);
-    set_track(7);
-    lasterror() = 55;
-    toolbox().sample_times = {0, 600, 1200};
-  }
-  void TearDown() override {
-    fake_host::unlock(object_);
-    PluginTest::TearDown();
-  }
-  void set_track(int32_t track) { field<int32_t>(object_, "QTTrackKRZ", "TrackHandle") = track; }
-  int32_t& lasterror() { return field<int32_t>(object_, "QTTrackKRZ", "Lasterror"); }
-
-  template <class Result = int32_t, class... Arguments>
-  Result call(const char* declaration, Arguments... arguments) {
-    const MethodEntry& row = fake_host::method(kChapterTrack, declaration);
-    return fake_host::function<Result(REALobject, Arguments...)>(row.function)(object_,
-                                                                               arguments...);
-  }
-
-  /// What "ChapterText" makes of a sample; "nil" for nil.
-  std::string text_of(const std::string& sample) {
-    toolbox().sample = sample;
-    const auto text = call<REALstring>("ChapterText(time as integer) as string", 100);
-    if (!text) return "nil";
-    const std::string result =
-        fake_host::bytes_of(text) + " in " + std::to_string(fake_host::encoding_of(text));
-    fake_host::unlock(text);
-    return result;
-  }
-
-  REALobject object_ = nullptr;
-};
-
-TEST_F(ChapterTracks, CountAndFindTheirChapters) {
-  EXPECT_EQ(call("ChapterCount as integer"), 3);
-  for (const auto& [index, time] : std::map<int32_t, int32_t>{
-           {-1, -1}, {0, -1}, {1, 0}, {3, 1200}, {4, -1}, {5, -1}, {0x7FFFFFFF, -1}}) {
-    EXPECT_EQ(call("GetChapterTime(index as integer) as integer", index), time) << index;
-  }
-  EXPECT_EQ(lasterror(), 55) << "these leave the error alone";
-
-  toolbox().error = -2011;
-  EXPECT_EQ(call("GetFirstChapterTime as integer"), 0);
-  EXPECT_EQ(lasterror(), -2011);
-  EXPECT_EQ(call("GetNextChapterTime(time as integer) as integer", 600), 1200);
-  toolbox().error = noErr;
-  EXPECT_EQ(call("GetNextChapterTime(time as integer) as integer", 1200), -1);
-  EXPECT_EQ(lasterror(), 0);
-}
-
-TEST_F(ChapterTracks, WithoutATrackHaveNothing) {
-  set_track(0);
-  EXPECT_EQ(call("ChapterCount as integer"), 0);
-  EXPECT_EQ(call("GetChapterTime(index as integer) as integer", 1), 0);
-  EXPECT_EQ(lasterror(), 55);
-  EXPECT_EQ(call("GetFirstChapterTime as integer"), 0);
-  EXPECT_EQ(lasterror(), -1);
-  EXPECT_EQ(call("GetNextChapterTime(time as integer) as integer", 9), 0);
-  EXPECT_EQ(toolbox().calls, Calls{});
-  toolbox().answers["GetMediaSample"] = invalidMedia;
-  EXPECT_EQ(text_of(""), "nil");
-  EXPECT_EQ(lasterror(), invalidMedia) << "the toolbox answers for the missing track";
+  EXPECT_EQ(krz::QTText_SetTextTrackAsChapterTrack(opened(), nullptr, VideoMediaType, true),
+            paramErr);
+  EXPECT_EQ(krz::QTUtils_DeleteAllReferencesToTrack(nullptr), paramErr);
+  EXPECT_FALSE(krz::QTText_IsChapterTrack(nullptr));
+  EXPECT_EQ(krz::MakeChapterTrackObject(track(1), nullptr), nullptr);
   TimeValue time = 5;
   EXPECT_EQ(krz::QTText_GetFirstChapterTime(nullptr, &time), invalidTrack);
   EXPECT_EQ(time, -1);
   EXPECT_EQ(krz::QTText_GetNextChapterTime(nullptr, &time), invalidTrack);
 }
 
-TEST_F(ChapterTracks, ReadTextOfAllKinds) {
-  toolbox().answers["TrackTimeToMediaTime"] = 33;
+TEST_F(PluginTest, ChapterTextsAreReadFromSamplesOfAllKinds) {
+  const REALobject track = fake_host::make_object("QTChapterTrackKRZ");
+  /// What "ChapterText" makes of a sample; "nil" for nil.
+  const auto text_of = [&](const std::string& sample) {
+    toolbox().sample = sample;
+    const auto text =
+        call<REALstring>(track, "QTChapterTrackKRZ", "ChapterText(time as integer) as string", 100);
+    EXPECT_EQ(field<int32_t>(track, "QTTrackKRZ", "Lasterror"), 0);
+    if (!text) return "nil"s;
+    const std::string result =
+        fake_host::bytes_of(text) + " in " + std::to_string(fake_host::encoding_of(text));
+    fake_host::unlock(text);
+    return result;
+  };
   const struct {
     const char* name;
     std::string sample, text;
@@ -320,40 +158,12 @@ TEST_F(ChapterTracks, ReadTextOfAllKinds) {
       {"lying length of marked text", "\0\x64\xFE\xFF\0H\0i"s, "Hi in 134217984"},
       {"negative length", "\x80\1Hi"s, "nil"},
   };
-  for (const auto& one : cases) {
-    SCOPED_TRACE(one.name);
-    EXPECT_EQ(text_of(one.sample), one.text);
-    EXPECT_EQ(lasterror(), 0);
-  }
+  for (const auto& one : cases) EXPECT_EQ(text_of(one.sample), one.text) << one.name;
   // Counted as signed, but with the mark taken off in 16 bits.
   std::string longest = "\x80\0\xFE\xFF"s;
   for (int i = 0; i < 32766; i += 2) longest += "\0x"s;
   EXPECT_EQ(text_of(longest), std::string(16383, 'x') + " in 134217984");
-
-  toolbox().answers["GetMediaSample"] = endOfDataReached;
-  EXPECT_EQ(text_of("\0\2Hi"s), "nil");
-  EXPECT_EQ(lasterror(), endOfDataReached);
-}
-
-TEST_F(ChapterTracks, AreKnownByTheReferencesOfOthers) {
-  const auto track = reinterpret_cast<Track>(uintptr_t{7});
-  const auto movie = reinterpret_cast<Movie>(uintptr_t{3});
-  auto& answers = toolbox().answers;
-  answers["GetTrackMovie"] = 3;
-  answers["GetMovieTrackCount"] = 1;
-  answers["GetMovieIndTrack"] = 9;
-  answers["GetTrackReferenceCount"] = 1;
-  answers["GetTrackReference"] = 7;
-  EXPECT_TRUE(krz::QTText_IsChapterTrack(track));
-  EXPECT_FALSE(krz::QTText_MovieHasAChapterTrack(movie)) << "a disabled track does not count";
-  answers["GetTrackEnabled"] = 1;
-  EXPECT_EQ(krz::QTText_GetChapterTrackForMovie(movie), track);
-  EXPECT_TRUE(krz::QTText_TrackHasAChapterTrack(track));
-  answers["GetMovieIndTrack"] = 7;
-  EXPECT_FALSE(krz::QTText_IsChapterTrack(track)) << "not by its own";
-  answers["GetTrackMovie"] = 0;
-  EXPECT_FALSE(krz::QTText_IsChapterTrack(track));
-  EXPECT_EQ(krz::MakeChapterTrackObject(track, nullptr), nullptr);
+  fake_host::unlock(track);
 }
 
 }  // namespace

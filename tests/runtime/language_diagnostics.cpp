@@ -273,48 +273,21 @@ TEST(LanguageDiagnostics, FinallyInFinallyStaysSmall) {
 
 // Pieces of programs in random order, cut and with random bytes: everything gets an answer.
 TEST(LanguageDiagnostics, AnyBytesAreAnswered) {
-  const std::string pieces[] = {
-      "Dim ",        "a",
-      " As ",        "Integer",
-      "\n",          "If ",
-      " Then",       "End If",
-      "For ",        "Each ",
-      " In ",        " To ",
-      "Next\n",      "Try\n",
-      "Catch ",      "Finally",
-      "End Try",     "Sub ",
-      "Function ",   "End Sub",
-      "(",           ")",
-      ",",           ".",
-      "=",           "\"x\"",
-      "&h",          "&",
-      "1",           "2.5",
-      "New ",        "Nil",
-      " IsA ",       "Select Case ",
-      "Case ",       "End Select",
-      "Return ",     "Raise ",
-      "ByRef ",      "Optional ",
-      "ReDim ",      "Const ",
-      "MemoryBlock", "String",
-      "Args",        "Array",
-      "UBound",      "Quit",
-      "'",           "_\n",
-      " Not ",       " And ",
-      "-",           "^",
-      "Print ",      "Exit ",
-      "Continue ",   "While ",
-      "Wend",        "Loop\n",
-      "Do ",         "\xff",
-      "\xe2\x80",    std::string(1, '\0'),
-      "\r",
-  };
+  std::vector<std::string> pieces = {std::string(1, '\0')};
+  std::istringstream words(
+      "Dim |a| As |Integer|\n|If | Then|End If|For |Each | In | To |Next\n|Try\n|"
+      "Catch |Finally|End Try|Sub |Function |End Sub|(|)|,|.|=|\"x\"|&h|&|1|2.5|New |"
+      "Nil| IsA |Select Case |Case |End Select|Return |Raise |ByRef |Optional |ReDim |"
+      "Const |MemoryBlock|String|Args|Array|UBound|Quit|'|_\n| Not | And |-|^|Print |"
+      "Exit |Continue |While |Wend|Loop\n|Do |\xff|\xe2\x80|\r|");
+  for (std::string word; std::getline(words, word, '|');) pieces.push_back(word);
   std::mt19937 random(20);
   Runtime runtime{RuntimeOptions{}};
   const int64_t strings = live_strings();
   for (int round = 0; round < 3000; ++round) {
     std::string source;
     const size_t length = random() % 60;
-    for (size_t i = 0; i < length; ++i) source += pieces[random() % std::size(pieces)];
+    for (size_t i = 0; i < length; ++i) source += pieces[random() % pieces.size()];
     std::vector<Diagnostic> diagnostics;
     const auto script = Script::compile(runtime, source, "random.bas", diagnostics);
     EXPECT_EQ(script == nullptr, !diagnostics.empty()) << source;

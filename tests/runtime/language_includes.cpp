@@ -1,37 +1,31 @@
 // Scripts that include files: what is read, how often, and what places are called.
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include "scripts/script_runner.h"
+#include "toolbox/scratch_folder.h"
 
 namespace krz::test {
 namespace {
 
 class LanguageIncludes : public testing::Test {
  protected:
-  LanguageIncludes() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "includes-XXXXXX").string();
-    folder_ = mkdtemp(pattern.data());
-    std::filesystem::create_directory(folder_ / "sub");
-  }
-  ~LanguageIncludes() override { std::filesystem::remove_all(folder_); }
+  LanguageIncludes() { std::filesystem::create_directory(folder_.path("sub")); }
 
   std::string write(const std::string& name, const std::string& text) {
-    std::ofstream(folder_ / name, std::ios::binary) << text;
-    return (folder_ / name).string();
+    return folder_.write(name, text);
   }
 
   /// Runs a script of the folder, and takes the folder's name out of what it says.
   ScriptOutcome run(const std::string& source) {
     ScriptOutcome outcome = run_source(source, write("main.bas", source));
-    const std::string prefix = folder_.string() + "/";
+    const std::string prefix = folder_.path("");
     for (size_t at; (at = outcome.error.find(prefix)) != std::string::npos;)
       outcome.error.erase(at, prefix.size());
     return outcome;
   }
 
-  std::filesystem::path folder_;
+  const toolbox::ScratchFolder folder_;
 };
 
 TEST_F(LanguageIncludes, AreReadOnceRelativeToTheirFileAndWithoutEndAsCyclesToo) {
@@ -62,7 +56,7 @@ TEST_F(LanguageIncludes, PlacesAreThoseOfTheirOwnFile) {
 }
 
 TEST_F(LanguageIncludes, WhatCannotBeReadIsReportedAtItsLine) {
-  ASSERT_EQ(mkfifo((folder_ / "pipe").c_str(), 0600), 0);
+  ASSERT_EQ(mkfifo(folder_.path("pipe").c_str(), 0600), 0);
   struct Case {
     const char* line;
     const char* complaint;

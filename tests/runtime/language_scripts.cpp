@@ -1,8 +1,6 @@
 // Each script below tests/scripts/language is a test of its own.
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 #include "scripts/script_runner.h"
 
 namespace krz::test {
@@ -21,11 +19,7 @@ TEST_P(LanguageScript, DoesTheSameFromItsBytecode) {
 }
 
 std::string test_name(const testing::TestParamInfo<std::string>& info) {
-  std::string name = std::filesystem::path(info.param).stem().string();
-  std::replace_if(
-      name.begin(), name.end(),
-      [](char c) { return std::isalnum(static_cast<unsigned char>(c)) == 0; }, '_');
-  return name;
+  return test_name_of(std::filesystem::path(info.param).stem().string());
 }
 
 INSTANTIATE_TEST_SUITE_P(Scripts, LanguageScript,
@@ -34,17 +28,12 @@ INSTANTIATE_TEST_SUITE_P(Scripts, LanguageScript,
 
 // The manual's examples say what they print in the same comments.
 TEST(LanguageManual, ItsExamplesDoWhatTheySay) {
-  const std::string manual = read_file(KRZ_SOURCE_DIR "/docs/language.md");
-  const std::string opening = "```basic\n";
   int examples = 0;
-  for (size_t begin = manual.find(opening); begin != std::string::npos;
-       begin = manual.find(opening, begin)) {
-    begin += opening.size();
-    const std::string example = manual.substr(begin, manual.find("```", begin) - begin);
+  visit_examples(KRZ_SOURCE_DIR "/docs/language.md", [&](const std::string& example) {
     SCOPED_TRACE(example);
     EXPECT_EQ(check_source(example, "manual.bas", {}, [](Runtime&) {}), "");
     ++examples;
-  }
+  });
   EXPECT_GT(examples, 5);
 }
 

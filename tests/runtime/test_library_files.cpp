@@ -9,14 +9,15 @@
 #include <memory>
 #include <random>
 
+#include "host_test.h"
 #include "library/buffered_file.h"
 #include "library/file_operations.h"
-#include "library_test.h"
+#include "value.h"
 
 namespace krz {
 namespace {
 
-class LibraryFileTest : public LibraryTest {
+class LibraryFileTest : public HostTest {
  protected:
   static std::string scratch_folder(const std::string& parent) {
     std::string path = parent + "/krz-files-XXXXXX";
@@ -124,11 +125,11 @@ TEST_F(LibraryFileTest, StandardInputIsReadLineByLine) {
   ::dup2(file, STDIN_FILENO);
   std::clearerr(stdin);
   for (const char* line : {"one", "", "two"}) {
-    EXPECT_EQ(call("EndOfInput", {}).text(), "False");
-    EXPECT_EQ(call("Input", {"? "}).text(), line);
+    EXPECT_EQ(call(*runtime_, "EndOfInput").text(), "False");
+    EXPECT_EQ(call(*runtime_, "Input", {"? "}).text(), line);
   }
-  EXPECT_EQ(call("EndOfInput", {}).text(), "True");
-  EXPECT_EQ(call("Input", {}).text(), "");
+  EXPECT_EQ(call(*runtime_, "EndOfInput").text(), "True");
+  EXPECT_EQ(call(*runtime_, "Input").text(), "");
   ::dup2(before, STDIN_FILENO);
   ::close(before);
   ::close(file);

@@ -1,36 +1,29 @@
 // Runs the scripts of tests/scripts/library and the examples of the library's manual, each in an
 // empty folder of its own.
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
 #include "registry/names.h"
 #include "scripts/script_runner.h"
+#include "toolbox/scratch_folder.h"
 
 namespace krz::test {
 namespace {
 
 /// The current folder while it lives; deleted with all that scripts leave in it.
-class ScratchFolder {
+class CurrentFolder {
  public:
-  ScratchFolder() : before_(std::filesystem::current_path()) {
-    std::string path = std::filesystem::temp_directory_path() / "krz-library-XXXXXX";
-    path_ = ::mkdtemp(path.data());
-    std::filesystem::current_path(path_);
-  }
-  ~ScratchFolder() {
-    std::filesystem::current_path(before_);
-    std::filesystem::remove_all(path_);
-  }
+  CurrentFolder() { std::filesystem::current_path(folder_.path("")); }
+  ~CurrentFolder() { std::filesystem::current_path(before_); }
 
  private:
-  std::filesystem::path before_;
-  std::filesystem::path path_;
+  const toolbox::ScratchFolder folder_;
+  const std::filesystem::path before_ = std::filesystem::current_path();
 };
 
 class LibraryScript : public testing::TestWithParam<std::string> {};
 
 TEST_P(LibraryScript, DoesWhatItsCommentsSay) {
-  const ScratchFolder folder;
+  const CurrentFolder folder;
   EXPECT_EQ(check_script(GetParam(), {}, [](Runtime&) {}), "");
 }
 
@@ -43,7 +36,7 @@ INSTANTIATE_TEST_SUITE_P(Scripts, LibraryScript,
                          test_name);
 
 TEST(LibraryPictures, AreTheSameInAHostWithTheOlderPixelBuffers) {
-  const ScratchFolder folder;
+  const CurrentFolder folder;
   RuntimeOptions options;
   options.picture_kind = kPicturePixelBuffer;
   EXPECT_EQ(
@@ -52,18 +45,13 @@ TEST(LibraryPictures, AreTheSameInAHostWithTheOlderPixelBuffers) {
 }
 
 TEST(LibraryManual, ItsExamplesDoWhatTheySay) {
-  const std::string manual = read_file(KRZ_SOURCE_DIR "/docs/library.md");
-  const std::string opening = "```basic\n";
   int examples = 0;
-  for (size_t begin = manual.find(opening); begin != std::string::npos;
-       begin = manual.find(opening, begin)) {
-    begin += opening.size();
-    const std::string example = manual.substr(begin, manual.find("```", begin) - begin);
+  visit_examples(KRZ_SOURCE_DIR "/docs/library.md", [&](const std::string& example) {
     SCOPED_TRACE(example);
-    const ScratchFolder folder;
+    const CurrentFolder folder;
     EXPECT_EQ(check_source(example, "manual.bas", {}, [](Runtime&) {}), "");
     ++examples;
-  }
+  });
   EXPECT_GT(examples, 10);
 }
 

@@ -121,6 +121,14 @@ inline std::vector<std::string> scripts_below(const std::filesystem::path& folde
   return result;
 }
 
+/// A text as the name of a test may be.
+inline std::string test_name_of(std::string text) {
+  std::replace_if(
+      text.begin(), text.end(),
+      [](char c) { return std::isalnum(static_cast<unsigned char>(c)) == 0; }, '_');
+  return text;
+}
+
 /// What is wrong with the script's behaviour; empty when nothing is.
 template <class Prepare>
 std::string check_source(const std::string& source, const std::string& file, RuntimeOptions options,
@@ -159,6 +167,18 @@ inline std::string read_file(const std::string& path) {
   std::ostringstream content;
   content << stream.rdbuf();
   return content.str();
+}
+
+/// Hands every example of a manual to a visitor.
+template <class Visit>
+void visit_examples(const std::string& path, Visit visit) {
+  const std::string manual = read_file(path);
+  const std::string opening = "```basic\n";
+  for (size_t begin = manual.find(opening); begin != std::string::npos;
+       begin = manual.find(opening, begin)) {
+    begin += opening.size();
+    visit(manual.substr(begin, manual.find("```", begin) - begin));
+  }
 }
 
 template <class Prepare>

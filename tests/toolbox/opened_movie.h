@@ -3,31 +3,17 @@
 
 #include <Toolbox/Toolbox.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
-
-#include <cstdio>
-#include <fstream>
-#include <string>
 
 #include "file/movie_builder.h"
+#include "toolbox/scratch_folder.h"
 
 namespace toolbox::testing {
 
 /// A file that goes away with the test.
-class TemporaryFile {
- public:
-  TemporaryFile() {
-    std::string name = ::testing::TempDir() + "movieXXXXXX";
-    close(mkstemp(name.data()));
-    path = name;
-  }
-  explicit TemporaryFile(const Bytes& bytes) : TemporaryFile() {
-    std::ofstream(path, std::ios::binary)
-        .write(reinterpret_cast<const char*>(bytes.data()),
-               static_cast<std::streamsize>(bytes.size()));
-  }
-  ~TemporaryFile() { std::remove(path.c_str()); }
-  std::string path;
+struct TemporaryFile {
+  explicit TemporaryFile(const Bytes& bytes = {}) : path(folder.write("movie.mov", bytes)) {}
+  const ScratchFolder folder;
+  const std::string path;
 };
 
 class OpenedTestMovie {

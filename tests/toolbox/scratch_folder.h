@@ -4,10 +4,10 @@
 #include <gtest/gtest.h>
 #include <stdlib.h>
 
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
-
-#include "base/bytes.h"
+#include <string>
 
 namespace toolbox {
 
@@ -22,6 +22,7 @@ class ScratchFolder {
   ScratchFolder& operator=(const ScratchFolder&) = delete;
 
   std::string path(const std::string& name) const { return (folder_ / name).string(); }
+  template <class Bytes>
   std::string write(const std::string& name, const Bytes& bytes) const {
     std::ofstream file(path(name), std::ios::binary);
     file.write(reinterpret_cast<const char*>(bytes.data()),
@@ -32,5 +33,15 @@ class ScratchFolder {
  private:
   std::filesystem::path folder_;
 };
+
+/// What a command prints; nothing when it fails.
+inline std::string output_of(const std::string& command) {
+  std::string text;
+  FILE* pipe = ::popen((command + " 2>/dev/null").c_str(), "r");
+  if (pipe == nullptr) return text;
+  char part[4096];
+  while (const size_t count = std::fread(part, 1, sizeof part, pipe)) text.append(part, count);
+  return ::pclose(pipe) == 0 ? text : std::string();
+}
 
 }  // namespace toolbox

@@ -17,35 +17,37 @@ struct Call {
   std::function<bool(uintptr_t)> answers_nothing;  // and leaves its outputs
 };
 
+Call call_of(const char* name, OSErr error, std::function<bool(uintptr_t)> answers_nothing) {
+  return {name, error, std::move(answers_nothing)};
+}
+
+/// A call of one expression over a number `n`.
+#define NOTHING(kind, call, nothing) \
+  call_of(#call, invalid##kind, [](auto n) { return (call) == (nothing); })
+
 const std::vector<Call>& calls() {
   static const auto movie = [](uintptr_t n) { return reinterpret_cast<::Movie>(n); };
   static const auto track = [](uintptr_t n) { return reinterpret_cast<::Track>(n); };
   static const auto media = [](uintptr_t n) { return reinterpret_cast<::Media>(n); };
   static const std::vector<Call> kCalls = {
-      {"GetMovieTrackCount", invalidMovie,
-       [](auto n) { return GetMovieTrackCount(movie(n)) == 0; }},
-      {"GetMovieIndTrack", invalidMovie,
-       [](auto n) { return GetMovieIndTrack(movie(n), 1) == nullptr; }},
-      {"GetMovieTrack", invalidMovie, [](auto n) { return GetMovieTrack(movie(n), 1) == nullptr; }},
-      {"GetMovieIndTrackType", invalidMovie,
-       [](auto n) { return GetMovieIndTrackType(movie(n), 1, VideoMediaType, 1) == nullptr; }},
-      {"GetMovieTimeScale", invalidMovie, [](auto n) { return GetMovieTimeScale(movie(n)) == 0; }},
-      {"GetMovieDuration", invalidMovie, [](auto n) { return GetMovieDuration(movie(n)) == 0; }},
+      NOTHING(Movie, GetMovieTrackCount(movie(n)), 0),
+      NOTHING(Movie, GetMovieIndTrack(movie(n), 1), nullptr),
+      NOTHING(Movie, GetMovieTrack(movie(n), 1), nullptr),
+      NOTHING(Movie, GetMovieIndTrackType(movie(n), 1, VideoMediaType, 1), nullptr),
+      NOTHING(Movie, GetMovieTimeScale(movie(n)), 0),
+      NOTHING(Movie, GetMovieDuration(movie(n)), 0),
       {"DisposeMovie", invalidMovie, [](auto n) { return ::DisposeMovie(movie(n)), true; }},
-      {"GetTrackMovie", invalidTrack, [](auto n) { return GetTrackMovie(track(n)) == nullptr; }},
-      {"GetTrackMedia", invalidTrack, [](auto n) { return GetTrackMedia(track(n)) == nullptr; }},
-      {"GetTrackID", invalidTrack, [](auto n) { return GetTrackID(track(n)) == 0; }},
-      {"GetTrackVolume", invalidTrack, [](auto n) { return GetTrackVolume(track(n)) == 0; }},
-      {"GetTrackEnabled", invalidTrack, [](auto n) { return GetTrackEnabled(track(n)) == 0; }},
-      {"GetTrackDuration", invalidTrack, [](auto n) { return GetTrackDuration(track(n)) == 0; }},
-      {"GetTrackOffset", invalidTrack, [](auto n) { return GetTrackOffset(track(n)) == 0; }},
-      {"GetTrackLayer", invalidTrack, [](auto n) { return GetTrackLayer(track(n)) == 0; }},
-      {"GetTrackCreationTime", invalidTrack,
-       [](auto n) { return GetTrackCreationTime(track(n)) == 0; }},
-      {"GetTrackModificationTime", invalidTrack,
-       [](auto n) { return GetTrackModificationTime(track(n)) == 0; }},
-      {"TrackTimeToMediaTime", invalidTrack,
-       [](auto n) { return TrackTimeToMediaTime(0, track(n)) == -1; }},
+      NOTHING(Track, GetTrackMovie(track(n)), nullptr),
+      NOTHING(Track, GetTrackMedia(track(n)), nullptr),
+      NOTHING(Track, GetTrackID(track(n)), 0),
+      NOTHING(Track, GetTrackVolume(track(n)), 0),
+      NOTHING(Track, GetTrackEnabled(track(n)), 0),
+      NOTHING(Track, GetTrackDuration(track(n)), 0),
+      NOTHING(Track, GetTrackOffset(track(n)), 0),
+      NOTHING(Track, GetTrackLayer(track(n)), 0),
+      NOTHING(Track, GetTrackCreationTime(track(n)), 0),
+      NOTHING(Track, GetTrackModificationTime(track(n)), 0),
+      NOTHING(Track, TrackTimeToMediaTime(0, track(n)), -1),
       {"GetTrackDimensions", invalidTrack,
        [](auto n) {
          Fixed width = 5;
@@ -68,15 +70,12 @@ const std::vector<Call>& calls() {
          GetTrackNextInterestingTime(track(n), nextTimeMediaSample, 0, 1, &time, &duration);
          return time == -1 && duration == 0;  // always written
        }},
-      {"GetMediaHandler", invalidMedia,
-       [](auto n) { return GetMediaHandler(media(n)) == nullptr; }},
-      {"GetMediaTrack", invalidMedia, [](auto n) { return GetMediaTrack(media(n)) == nullptr; }},
-      {"GetMediaTimeScale", invalidMedia, [](auto n) { return GetMediaTimeScale(media(n)) == 0; }},
-      {"GetMediaDuration", invalidMedia, [](auto n) { return GetMediaDuration(media(n)) == 0; }},
-      {"GetMediaSampleCount", invalidMedia,
-       [](auto n) { return GetMediaSampleCount(media(n)) == 0; }},
-      {"GetMediaSampleDescriptionCount", invalidMedia,
-       [](auto n) { return GetMediaSampleDescriptionCount(media(n)) == 0; }},
+      NOTHING(Media, GetMediaHandler(media(n)), nullptr),
+      NOTHING(Media, GetMediaTrack(media(n)), nullptr),
+      NOTHING(Media, GetMediaTimeScale(media(n)), 0),
+      NOTHING(Media, GetMediaDuration(media(n)), 0),
+      NOTHING(Media, GetMediaSampleCount(media(n)), 0),
+      NOTHING(Media, GetMediaSampleDescriptionCount(media(n)), 0),
       {"GetMediaHandlerDescription", invalidMedia,
        [](auto n) {
          OSType type = 5;

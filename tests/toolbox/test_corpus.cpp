@@ -2,7 +2,6 @@
 // a known reason.
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <map>
 
 #include "atoms/all_atoms.h"
@@ -10,6 +9,7 @@
 #include "atoms/atom_writer.h"
 #include "atoms/read_atom.h"
 #include "file/movie_file.h"
+#include "test_movies.h"
 
 namespace toolbox {
 namespace {
@@ -31,16 +31,6 @@ const std::map<std::string, const char*> kRemarked = {
     {"mutagen-truncated-64bit.mp4", "mdat at byte 1442 claims 9741 bytes"},
     {"streamio-ios9.mov", "2 loose bytes follow the last atom"},
 };
-
-std::vector<std::filesystem::path> corpus() {
-  std::vector<std::filesystem::path> files;
-  std::error_code missing;
-  for (const auto& entry : std::filesystem::directory_iterator(
-           std::filesystem::path(KRZ_SOURCE_DIR) / "../shared/corpus", missing)) {
-    if (entry.path().extension() != ".tsv") files.push_back(entry.path());
-  }
-  return files;
-}
 
 /// Decodes each atom that has a layout, and expects its encoding to be the bytes of the file.
 size_t expect_atoms_to_reencode(const AtomTree& tree) {

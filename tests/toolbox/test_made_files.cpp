@@ -1,8 +1,6 @@
 // Movies made by the C calls and saved: read back by us and by ffprobe, which knows nothing of us.
 #include <gtest/gtest.h>
 
-#include <array>
-#include <cstdio>
 #include <numeric>
 
 #include "made_movie.h"
@@ -11,19 +9,6 @@
 
 namespace toolbox::testing {
 namespace {
-
-/// What a command prints.
-std::string output_of(const std::string& command) {
-  std::string text;
-  FILE* pipe = ::popen(command.c_str(), "r");
-  if (pipe == nullptr) return text;
-  std::array<char, 4096> buffer;
-  while (const size_t count = std::fread(buffer.data(), 1, buffer.size(), pipe)) {
-    text.append(buffer.data(), count);
-  }
-  ::pclose(pipe);
-  return text;
-}
 
 bool has_ffprobe() { return !output_of("command -v ffprobe").empty(); }
 

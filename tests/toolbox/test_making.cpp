@@ -75,42 +75,6 @@ TEST(MakingMovies, ATrackGetsOneMedia) {
   EXPECT_EQ(invalidTrack, GetMoviesError());
 }
 
-TEST(MakingMovies, TheLanguageOfAMediaCanBeSet) {
-  const MadeMovie made(600);
-  const ::Media media = made.add_media(TextMediaType, 600);
-  EXPECT_EQ(0, GetMediaLanguage(media));
-  SetMediaLanguage(media, 0x15C7);
-  EXPECT_EQ(0x15C7, GetMediaLanguage(media));
-}
-
-TEST(AddingSamples, TextsAreReadBackOneByOneWhileMoreAreAdded) {
-  const MadeMovie made(600);
-  const ::Media media = made.add_media(TextMediaType, 1000);
-  ASSERT_EQ(noErr, BeginMediaEdits(media));
-  const std::vector<Bytes> texts = {hex("0002 4869"), hex("0000"), hex("0003 6279 65")};
-  const TimeValue durations[] = {1500, 1, 499};
-  TimeValue begin = 0;
-  for (size_t i = 0; i < texts.size(); ++i) {
-    SCOPED_TRACE(i);
-    TimeValue time = kUntouched;
-    EXPECT_EQ(noErr, add_sample(media, texts[i], durations[i], text_description(), 1, 0, &time));
-    EXPECT_EQ(begin, time);
-    const ReadBack sample = read_sample(media, begin + durations[i] - 1);
-    EXPECT_EQ(texts[i], sample.data);
-    EXPECT_EQ(begin, sample.time);
-    EXPECT_EQ(durations[i], sample.duration);
-    EXPECT_EQ(1, sample.count);
-    EXPECT_EQ(1, sample.description_index);
-    begin += durations[i];
-    EXPECT_EQ(begin, GetMediaDuration(media));
-  }
-  EXPECT_EQ(noErr, EndMediaEdits(media));
-  EXPECT_EQ(3, GetMediaSampleCount(media));
-  EXPECT_EQ(1, GetMediaSampleDescriptionCount(media));
-  EXPECT_EQ(texts[0], read_sample(media, 0).data);
-  EXPECT_EQ(0, GetTrackDuration(GetMediaTrack(media))) << "adding samples shows none of them";
-}
-
 TEST(AddingSamples, SoundIsAddedAndReadManyFramesAtOnce) {
   const MadeMovie made(600);
   const ::Media media = made.add_media(SoundMediaType, 44100);
@@ -261,7 +225,9 @@ TEST(AddingSamples, RandomSamplesComeBackInAnyOrder) {
       for (uint8_t& byte : data) byte = static_cast<uint8_t>(random());
       Bytes description = text_description();
       description[20] = static_cast<uint8_t>(up_to(1));
-      ASSERT_EQ(noErr, add_sample(media, data, duration, description, count, flags));
+      TimeValue begin_time = kUntouched;
+      ASSERT_EQ(noErr, add_sample(media, data, duration, description, count, flags, &begin_time));
+      ASSERT_EQ(time, begin_time);
       for (SInt32 i = 0; i < count; ++i, time += duration) {
         const auto begin = data.begin() + static_cast<ptrdiff_t>(size) * i;
         expected.push_back({Bytes(begin, begin + size), time, duration, flags, description[20]});

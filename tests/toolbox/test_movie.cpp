@@ -10,59 +10,6 @@ namespace {
 
 constexpr int32_t kOne = 0x10000;
 
-TEST(Movie, AnswersWhatItsHeadersSay) {
-  BuiltMovie built;
-  built.header.time_scale = 1000;
-  built.tracks.push_back(video_track(64, 48, 30, 20));
-  TrackHeaderAtom& header = built.tracks[0].header;
-  header.track_id = 7;
-  header.layer = -3;
-  header.volume = -256;
-  header.creation_time = (uint64_t{5} << 32) + 77;  // forces the wide header
-  header.modification_time = 88;
-  header.matrix = {1, 2, 3, 4, 5, 6, 7, 8, 9};
-  built.tracks.push_back(sound_track(2, 44100));
-  built.tracks[1].header.flags = 14;
-  const OpenedTestMovie movie(built);
-
-  EXPECT_EQ(2, GetMovieTrackCount(movie));
-  EXPECT_EQ(1000, GetMovieTimeScale(movie));
-  EXPECT_EQ(1000, GetMovieDuration(movie));
-  const ::Track track = movie.track(1);
-  EXPECT_EQ(7, GetTrackID(track));
-  EXPECT_EQ(track, GetMovieTrack(movie, 7));
-  EXPECT_EQ(movie, GetTrackMovie(track));
-  EXPECT_EQ(track, movie.track(1));
-  EXPECT_EQ(-3, GetTrackLayer(track));
-  EXPECT_EQ(-256, GetTrackVolume(track));
-  EXPECT_EQ(77u, GetTrackCreationTime(track));
-  EXPECT_EQ(88u, GetTrackModificationTime(track));
-  EXPECT_NE(0, GetTrackEnabled(track));
-  EXPECT_EQ(0, GetTrackEnabled(movie.track(2)));
-  Fixed width = 0;
-  Fixed height = 0;
-  GetTrackDimensions(track, &width, &height);
-  EXPECT_EQ(64 * kOne, width);
-  EXPECT_EQ(48 * kOne, height);
-  MatrixRecord matrix{};
-  GetTrackMatrix(track, &matrix);
-  EXPECT_EQ(9, matrix.matrix[2][2]);
-  EXPECT_EQ(4, matrix.matrix[1][0]);
-
-  const ::Media media = GetTrackMedia(track);
-  EXPECT_EQ(track, GetMediaTrack(media));
-  EXPECT_EQ(media, movie.media(1));
-  EXPECT_EQ(600, GetMediaTimeScale(media));
-  EXPECT_EQ(600, GetMediaDuration(media));
-  EXPECT_EQ(30, GetMediaSampleCount(media));
-  EXPECT_EQ(44100, GetMediaSampleCount(movie.media(2)));
-  EXPECT_NE(nullptr, GetMediaHandler(media));
-  EXPECT_EQ(GetMediaHandler(media), GetMediaHandler(media));
-  SInt16 references = 0;
-  EXPECT_EQ(noErr, GetMediaDataRefCount(media, &references));
-  EXPECT_EQ(1, references);
-}
-
 TEST(Movie, HandsOutHandlersNamesAndDescriptions) {
   BuiltMovie built;
   built.tracks.push_back(video_track(64, 48, 3, 20));
@@ -122,29 +69,6 @@ TEST(Movie, FindsTracksByTypeAndCharacteristic) {
   for (const SInt32 flags : {0, 3, 4, 9}) {
     EXPECT_EQ(0, find(1, VideoMediaType, flags));
     EXPECT_EQ(paramErr, GetMoviesError());
-  }
-}
-
-TEST(Movie, PlacesTracksByTheirEdits) {
-  BuiltMovie built;
-  built.header.time_scale = 600;
-  built.tracks.push_back(video_track(8, 8, 30, 100, 3000));
-  built.tracks[0].edits = EditListAtom();
-  built.tracks[0].edits->entries = {{60, -1, kOne}, {300, 500, kOne}, {40, 0, 2 * kOne}};
-  built.tracks.push_back(video_track(8, 8, 30, 100, 3000));
-  const OpenedTestMovie movie(built);
-  const ::Track track = movie.track(1);
-  EXPECT_EQ(400, GetTrackDuration(track));
-  EXPECT_EQ(60, GetTrackOffset(track));
-  EXPECT_EQ(600, GetTrackDuration(movie.track(2)));
-  EXPECT_EQ(0, GetTrackOffset(movie.track(2)));
-  EXPECT_EQ(600, GetMovieDuration(movie));
-  const std::pair<TimeValue, TimeValue> cases[] = {{-1, -1},   {0, -1},     {59, -1}, {60, 500},
-                                                   {61, 505},  {359, 1995}, {360, 0}, {361, 10},
-                                                   {399, 390}, {400, -1}};
-  for (const auto& [time, media_time] : cases) {
-    EXPECT_EQ(media_time, TrackTimeToMediaTime(time, track)) << time;
-    EXPECT_EQ(noErr, GetMoviesError());
   }
 }
 
@@ -235,15 +159,6 @@ TEST(Movie, ToleratesWhatFilesLeaveOutOrGetWrong) {
   EXPECT_EQ(noErr, GetMoviesError());
   EXPECT_EQ(nullptr, GetMovieTrack(movie, 0));
   EXPECT_EQ(trackIDNotFound, GetMoviesError());
-}
-
-TEST(Movie, OpensAMovieAtomThatHoldsOnlyUserData) {
-  const TemporaryFile file(atom_bytes(four_cc("moov"), atom_bytes(four_cc("udta"), {})));
-  ::Movie movie = nullptr;
-  ASSERT_EQ(noErr, ToolboxOpenMovie(file.path.c_str(), &movie)) << ToolboxErrorDetail();
-  EXPECT_EQ(0, GetMovieTrackCount(movie));
-  EXPECT_EQ(0, GetMovieDuration(movie));
-  ::DisposeMovie(movie);
 }
 
 // Finds an atom's payload in a file, for a test to damage it.

@@ -88,25 +88,6 @@ TEST(MovieBuilder, MissingMediaDataIsAHole) {
   EXPECT_TRUE(opened.value().tree.warnings().empty());
 }
 
-TEST(MovieBuilder, HeadersFollowFromTheTracks) {
-  const auto bytes = build_movie(test_movie("edited"));
-  ASSERT_TRUE(bytes.ok());
-  auto opened = open_movie_source(std::make_unique<MemorySource>(bytes.value(), "edited.mov"));
-  ASSERT_TRUE(opened.ok());
-  const AtomTree& tree = opened.value().tree;
-  const auto movie = read_child<MovieHeaderAtom>(tree, tree.movie()).take();
-  const AtomIndex track = tree.find_child(tree.movie(), four_cc("trak"));
-  const auto header = read_child<TrackHeaderAtom>(tree, track).take();
-  const auto edits = read_child<EditListAtom>(tree, tree.find_child(track, four_cc("edts"))).take();
-  ASSERT_TRUE(movie && header && edits);
-  EXPECT_EQ(movie->duration, 5100u);
-  EXPECT_EQ(movie->next_track_id, 2u);
-  EXPECT_EQ(header->duration, 5100u);
-  EXPECT_EQ(header->track_id, 1u);
-  EXPECT_EQ(header->width, 320 << 16);
-  EXPECT_EQ(edits->entries[0].media_start, -1);
-}
-
 TEST(MovieBuilder, RefusesWhatNoFileCanSay) {
   BuiltMovie no_samples = test_movie("two-tracks");
   no_samples.tracks[0].samples_per_chunk = 0;

@@ -84,6 +84,16 @@ BuiltMovie fragmented_movie() {
 
 }  // namespace
 
+std::vector<std::filesystem::path> corpus() {
+  std::vector<std::filesystem::path> files;
+  std::error_code missing;
+  for (const auto& entry : std::filesystem::directory_iterator(
+           std::filesystem::path(KRZ_SOURCE_DIR) / "../shared/corpus", missing)) {
+    if (entry.path().extension() != ".tsv") files.push_back(entry.path());
+  }
+  return files;
+}
+
 BuiltMovie test_movie(std::string_view name) {
   BuiltMovie movie;
   if (name == "two-tracks") {

@@ -1,7 +1,9 @@
 // Small movies by name, for tests that need some movie rather than a particular one.
 #pragma once
 
+#include <filesystem>
 #include <string_view>
+#include <vector>
 
 #include "file/movie_builder.h"
 
@@ -20,5 +22,8 @@ BuiltMovie test_movie(std::string_view name);
 
 /// All the names above.
 extern const char* const kTestMovies[7];
+
+/// The files of the folder of real movies; none where it is not there.
+std::vector<std::filesystem::path> corpus();
 
 }  // namespace toolbox

@@ -20,16 +20,6 @@ namespace {
 using namespace testing;
 using Place = BuiltMovie::MoviePlace;
 
-std::vector<std::filesystem::path> corpus() {
-  std::vector<std::filesystem::path> files;
-  std::error_code missing;
-  for (const auto& entry : std::filesystem::directory_iterator(
-           std::filesystem::path(KRZ_SOURCE_DIR) / "../shared/corpus", missing)) {
-    if (entry.path().extension() != ".tsv") files.push_back(entry.path());
-  }
-  return files;
-}
-
 /// The bytes of every leaf of the movie atom but the headers that bear the time of a change.
 std::vector<std::pair<std::string, Bytes>> leaves(const Movie& movie) {
   std::vector<std::pair<std::string, Bytes>> all;

@@ -4,6 +4,7 @@
 #include "base/big_endian.h"
 #include "made_movie.h"
 #include "opened_movie.h"
+#include "test_bytes.h"
 
 namespace toolbox::testing {
 namespace {
@@ -120,11 +121,6 @@ Bytes item(const char* type, const Bytes& payload) {
   atom.insert(atom.end(), type, type + 4);
   atom.insert(atom.end(), payload.begin(), payload.end());
   return atom;
-}
-
-Bytes operator+(Bytes left, const Bytes& right) {
-  left.insert(left.end(), right.begin(), right.end());
-  return left;
 }
 
 const Bytes kOne = {0, 0, 0, 0, 0, 0, 0, 7, 2, 'h', 'i'};

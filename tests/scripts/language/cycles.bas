@@ -49,15 +49,13 @@ Class Maker
   Sub Destructor()
     If left = 0 Then Return
     Dim one As New Maker
-    one.left = left - 1
-    one.itself = one
+    one.left = left - 1 : one.itself = one
     Print "made", left
   End Sub
 End Class
 Sub Start()
   Dim m As New Maker
-  m.left = 2
-  m.itself = m
+  m.left = 2 : m.itself = m
 End Sub
 Start
 ' expect: made 2

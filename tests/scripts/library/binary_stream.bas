@@ -19,11 +19,9 @@ Next
 ' expect: -2 -3 -4 -5 0.5 0.1
 ' expect: -2 -3 -4 -5 0.5 0.1
 Print s.Read(2), s.Read(100), s.Read(1) = "", s.EndOfFile   ' expect: ta il True True
-s.Position = 1
-s.LittleEndian = True
+s.Position = 1 : s.LittleEndian = True
 Print s.ReadUInt16, s.ReadUInt32, s.Position         ' expect: 65533 4294967292 7
-s.Position = 28
-s.LittleEndian = False
+s.Position = 28 : s.LittleEndian = False
 Print s.ReadUInt16                                   ' expect: 65533
 
 ' Writing between two reads, and beyond the end.

@@ -1,14 +1,8 @@
 ' Keys of one text in any case, and equal numbers of any type, are one key; order is that of the first assignment.
 Dim d As New Dictionary
 Print d.Count, d.Keys.Count, d.HasKey("")            ' expect: 0 0 False
-d.Value("Ärmel") = "first"
-d.Value(7) = block()
-d.Value(True) = Nil
-d.Value("") = "no text"
-d.Value(Nil) = "nothing"
-d.Value(&c010203) = 0.5
-d.Value("äRMEL") = "again"
-d.Value(7.0) = "seven"
+d.Value("Ärmel") = "first" : d.Value(7) = block() : d.Value(True) = Nil : d.Value("") = "no text"
+d.Value(Nil) = "nothing" : d.Value(&c010203) = 0.5 : d.Value("äRMEL") = "again" : d.Value(7.0) = "seven"
 Print d.Count, d.Value("ÄRMEL"), d.Value(Int64(7))   ' expect: 6 again seven
 Print d.Value(True), d.Value(""), d.Value(Nil)       ' expect: Nil no text nothing
 For Each key As Variant In d.Keys

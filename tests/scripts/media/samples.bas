@@ -32,6 +32,9 @@ Dim movie As Movie = NewMovie(600)
 Print movie.TimeScale, movie.Duration, "[" + movie.Path + "]", movie.TrackCountKRZ   ' expect: 600 0 [] 0
 none.BeginMediaEdits
 Print none.Lasterror   ' expect: -1
+none.Lasterror = 7
+none.EndMediaEdits
+Print none.Lasterror   ' expect: -1
 t.BeginMediaEdits
 Print t.Lasterror   ' expect: 0
 t.BeginMediaEdits

@@ -6,10 +6,7 @@ Print Shown(TrackChannelLayout(t.TrackHandle))                ' expect: 6619138 
 Dim layout As New QTAudioChannelLayoutKRZ
 layout.NumberChannelDescriptions = 2
 Dim right As New QTAudioChannelDescriptionKRZ
-right.ChannelLabel = 2
-right.ChannelFlags = 1
-right.Coordinate(0) = 0.1
-right.Coordinate(2) = -90
+right.ChannelLabel = 2 : right.ChannelFlags = 1 : right.Coordinate(0) = 0.1 : right.Coordinate(2) = -90
 ' The first place stays Nil, which is a description of zeros.
 layout.ChannelDescription(1) = right
 t.AudioChannelLayout = layout
@@ -26,9 +23,7 @@ Print saved.MediaSoundSampleDescription(1).ChannelCount       ' expect: 2
 layout.NumberChannelDescriptions = 100
 t.AudioChannelLayout = layout
 Print t.Lasterror, TrackChannelLayout(t.TrackHandle).NumberChannelDescriptions   ' expect: 0 64
-layout.NumberChannelDescriptions = -5
-layout.ChannelLayoutTag = 65536
-layout.ChannelBitmap = 3
+layout.NumberChannelDescriptions = -5 : layout.ChannelLayoutTag = 65536 : layout.ChannelBitmap = 3
 t.AudioChannelLayout = layout
 Print t.Lasterror, Shown(TrackChannelLayout(t.TrackHandle))   ' expect: 0 65536 3 0
 m.Save

@@ -10,6 +10,13 @@ closed.Close
 Print closed.TrackCountKRZ                               ' expect: -1
 Print closed.GetTrackIndexKRZ(1) Is Nil, closed.GetTrackIDKRZ(1) Is Nil   ' expect: True True
 Print closed.GetVideoTrackKRZ(1) Is Nil, closed.GetSoundTrackKRZ(1) Is Nil   ' expect: True True
+closed.Close
+Print closed.Duration                                    ' expect: 0
+Try
+  closed = OpenMovie("/nowhere/clip.mov")
+Catch e As IOException
+  Print e.ErrorNumber, InStr(e.Message, "/nowhere/clip.mov") > 0   ' expect: -43 True
+End Try
 
 Dim none As Movie
 Try

@@ -5,27 +5,12 @@ Print c.FrameDuration, c.FontNumber, c.FontSize, c.HighLightStart, c.HighLightEn
 Print c.Left, c.Top, c.Width, c.Height                       ' expect: 0 0 0 0
 Print c.bold, c.HasBackColor, c.TextColor                    ' expect: False False &c000000
 
-c.Text = "Première"
-c.Text = c.Text + " partie"
-c.FrameDuration = 600
-c.FontNumber = -1
-c.FontSize = 12
-c.italic = True
-c.shadow = True
-c.HasTextColor = True
-c.HasHighLightColor = True
-c.HighLightColor = &c112233
-c.BackColor = &cFFFFFF
-c.TextColor = &c0A0B0C
+c.Text = "Première" : c.Text = c.Text + " partie" : c.FrameDuration = 600 : c.FontNumber = -1
+c.FontSize = 12 : c.italic = True : c.shadow = True : c.HasTextColor = True : c.HasHighLightColor = True
+c.HighLightColor = &c112233 : c.BackColor = &cFFFFFF : c.TextColor = &c0A0B0C
 c.TextJustification = QTChapterDataKRZ.teRight
-c.DisplayFlags = QTChapterDataKRZ.dfScrollIn + QTChapterDataKRZ.dfInverseHilite
-c.ScrollDelay = 30
-c.HighLightStart = 1
-c.HighLightEnd = 5
-c.Left = 1
-c.Top = 2
-c.Width = 300
-c.Height = -4
+c.DisplayFlags = QTChapterDataKRZ.dfScrollIn + QTChapterDataKRZ.dfInverseHilite : c.ScrollDelay = 30
+c.HighLightStart = 1 : c.HighLightEnd = 5 : c.Left = 1 : c.Top = 2 : c.Width = 300 : c.Height = -4
 Print c.Text, c.FrameDuration, c.FontNumber, c.FontSize      ' expect: Première partie 600 -1 12
 Print c.bold, c.italic, c.underline, c.outline, c.shadow, c.condense, c.extend   ' expect: False True False False True False False
 Print c.HasBackColor, c.HasTextColor, c.HasHighLightColor    ' expect: False True True

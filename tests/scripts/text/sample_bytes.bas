@@ -2,37 +2,18 @@
 Dim path As String = TestMovie("two-tracks")
 Dim m As Movie = OpenMovie(path, True)
 Dim c As New QTChapterDataKRZ
-c.Text = "Hi"
-c.FrameDuration = 600
-c.FontNumber = 21
-c.FontSize = 18
-c.bold = True
-c.underline = True
-c.extend = True
-c.HasTextColor = True
-c.TextColor = &cFF8000
-c.HasBackColor = True
-c.BackColor = &c010203
-c.HasHighLightColor = True
-c.HighLightColor = &c00FF00
-c.HighLightStart = 1
-c.HighLightEnd = 2
-c.TextJustification = QTChapterDataKRZ.teRight
-c.DisplayFlags = QTChapterDataKRZ.dfScrollIn + QTChapterDataKRZ.dfTextColorHilite
-c.ScrollDelay = 25
-c.Left = -2
-c.Top = 3
-c.Width = 100
+c.Text = "Hi" : c.FrameDuration = 600 : c.FontNumber = 21 : c.FontSize = 18 : c.bold = True
+c.underline = True : c.extend = True : c.HasTextColor = True : c.TextColor = &cFF8000 : c.HasBackColor = True
+c.BackColor = &c010203 : c.HasHighLightColor = True : c.HighLightColor = &c00FF00 : c.HighLightStart = 1
+c.HighLightEnd = 2 : c.TextJustification = QTChapterDataKRZ.teRight
+c.DisplayFlags = QTChapterDataKRZ.dfScrollIn + QTChapterDataKRZ.dfTextColorHilite : c.ScrollDelay = 25
+c.Left = -2 : c.Top = 3 : c.Width = 100
 Dim plain As New QTChapterDataKRZ
-plain.Text = "Hi"
-plain.FrameDuration = 600
+plain.Text = "Hi" : plain.FrameDuration = 600
 Dim again As New QTChapterDataKRZ
-again.Text = "other text, same look"
-again.FrameDuration = 600
+again.Text = "other text, same look" : again.FrameDuration = 600
 ' A highlight that ends where it begins is none, and no colour makes one.
-again.HighLightStart = 4
-again.HighLightEnd = 4
-again.BackColor = &cFFFFFF
+again.HighLightStart = 4 : again.HighLightEnd = 4 : again.BackColor = &cFFFFFF
 Dim list() As QTChapterDataKRZ = Array(c, plain, again)
 Print m.AddTextTrackKRZ(list, "vide", True).MediaSampleDescriptionCount   ' expect: 2
 m.Save

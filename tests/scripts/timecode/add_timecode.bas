@@ -61,18 +61,9 @@ Print video.TimeCodeAtTime(0) Is Nil, video.Lasterror, video.CurrentTimeCode Is 
 
 ' A second track, of everything that can be asked for. Then all of them go, with the references to them.
 p = New QTTimeCodeCreationParametersKRZ
-p.DropFrames = False
-p.IsNeg = True
-p.Minutes = 5
-p.TimeScale = 25
-p.FrameDuration = 1
-p.NumberOfFrames = 25
-p.Height = 100 * 65536
-p.DisplayTimeCode = True
-p.DisplayBelowVideo = False
-p.SourceName = "Bänd 7"
-p.FontName = "Courier"
-p.FontSize = 24
+p.DropFrames = False : p.IsNeg = True : p.Minutes = 5 : p.TimeScale = 25 : p.FrameDuration = 1
+p.NumberOfFrames = 25 : p.Height = 100 * 65536 : p.DisplayTimeCode = True : p.DisplayBelowVideo = False
+p.SourceName = "Bänd 7" : p.FontName = "Courier" : p.FontSize = 24
 Print m.AddTimeCodeToMovieKRZ(p), p.Height \ 65536, m.TrackCountKRZ   ' expect: 0 100 4
 t = m.GetTrackIndexKRZ(4)
 Print t.TrackEnabled, t.Height > line, t.Height < 60             ' expect: True True True

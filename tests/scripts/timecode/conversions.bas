@@ -7,9 +7,7 @@ Print t.TimeCodeToString(t.TimeCodeAtTime(300299))               ' expect: 01:00
 
 Sub Convert(t As QTTrackKRZ, flags As Integer, frames As Integer, frame As Integer)
   Dim c As New QTTimeCodeKRZ
-  c.Flags = flags
-  c.NumberOfFrames = frames
-  c.FrameNumber = frame
+  c.Flags = flags : c.NumberOfFrames = frames : c.FrameNumber = frame
   t.FrameNumberToTimeCode(c)
   Dim code As Integer = t.Lasterror
   Dim text As String = t.TimeCodeToString(c)

@@ -7,10 +7,7 @@ Print p.DisplayBelowVideo, p.DisplayTimeCode                         ' expect: T
 Print p.SourceName                                                   ' expect: KRZ REALbasic Plugin
 Print p.FontName, p.FontFace, p.FontSize, p.FontForeColor, p.FontBackColor   ' expect: Monaco -1 -1 &c000000 &cFFFFFF
 
-p.SourceName = "tape 7"
-p.FontForeColor = &cFF0000
-p.DropFrames = False
-p.Hours = -1
+p.SourceName = "tape 7" : p.FontForeColor = &cFF0000 : p.DropFrames = False : p.Hours = -1
 Print p.SourceName, p.FontForeColor, p.FontBackColor, p.DropFrames, p.UseTimeCode, p.Hours   ' expect: tape 7 &cFF0000 &cFFFFFF False True -1
 
 ' Closing lets both texts go, once; the numbers stay.

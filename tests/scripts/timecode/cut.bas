@@ -2,9 +2,7 @@
 Dim path As String = TestMovie("ntsc-long")
 Dim m As Movie = OpenMovie(path, True)
 Dim p As New QTTimeCodeCreationParametersKRZ
-p.TimeScale = 30000
-p.FrameDuration = 1001
-p.Hours = 10
+p.TimeScale = 30000 : p.FrameDuration = 1001 : p.Hours = 10
 Print m.AddTimeCodeToMovieKRZ(p)   ' expect: 0
 
 ' Pictures whose time code is not 10:00:00;00 and as many frames as the picture lies behind the first.

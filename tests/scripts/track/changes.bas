@@ -11,11 +11,9 @@ video.TrackEnabled = False
 video.SetTrackDimensions(10.99999, 20.5)
 Print video.Width, video.Height, video.Lasterror              ' expect: 10 20 0
 ' Assigning to the sizes sets the volume.
-video.Width = 100
-video.Height = -65
+video.Width = 100 : video.Height = -65
 Print video.Width, video.Height, video.TrackVolume            ' expect: 10 20 -65
-video.Layer = 65536 - 5
-video.TimeOffset = 300
+video.Layer = 65536 - 5 : video.TimeOffset = 300
 Print video.Layer, video.TimeOffset, video.Duration, m.Duration   ' expect: -5 300 6300 6300
 m.Save
 Print m.IsModified                                            ' expect: False
@@ -48,8 +46,6 @@ none.TrackVolume = 5
 Print none.Lasterror                                          ' expect: -1
 none.Lasterror = 7
 Print none.TrackVolume, none.Lasterror                        ' expect: 0 0
-none.TrackEnabled = True
-none.Layer = 5
-none.TimeOffset = 5
+none.TrackEnabled = True : none.Layer = 5 : none.TimeOffset = 5
 none.SetTrackDimensions(1, 1)
 Print none.TrackEnabled, none.Layer, none.TimeOffset, none.Width, none.Lasterror   ' expect: False 0 0 0 0

@@ -17,6 +17,7 @@ Show OpenMovie(path).GetVideoTrackKRZ(1)   ' expect: 32768 0 0 0 131072 0 655360
 t.SetTrackMatrix(40000, 0, 100, 100)
 Show t   ' expect: 20480 0 0 0 27307 0 -1673527296 0 1073741824 0
 t.SetTrackRawMatrix(0, 65536, 1, -65536, 0, 2, 15728640, -7, 1073741823)
+Print t.Lasterror                          ' expect: 0
 m.Save
 Show OpenMovie(path).GetVideoTrackKRZ(1)   ' expect: 0 65536 1 -65536 0 2 15728640 -7 1073741823 0
 ' A track without size has no rectangle that could be mapped.

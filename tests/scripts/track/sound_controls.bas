@@ -30,8 +30,7 @@ Print t.SoundGetEffectiveVolume                               ' expect: 32767
 t.TrackVolume = 64
 
 ' Bass and treble: setting one keeps the other; 16 bits are kept as they are.
-t.SoundBass = -70
-t.SoundTreble = 70001
+t.SoundBass = -70 : t.SoundTreble = 70001
 Print t.SoundBass, t.SoundTreble, t.Lasterror                 ' expect: -70 4465 0
 t.SoundBass = 5
 Print t.SoundBass, t.SoundTreble                              ' expect: 5 4465
@@ -79,8 +78,7 @@ Sub Refuse(t As QTTrackKRZ)
   If n <> 0 Or l <> 0 Or r <> 0 Then Print "a meter"
   errors.Value(t.Lasterror) = 0
   t.Lasterror = 9
-  errors.Value(t.SoundSetDefaultEqualizerBands) = 0
-  errors.Value(t.Lasterror) = 0
+  errors.Value(t.SoundSetDefaultEqualizerBands) = 0 : errors.Value(t.Lasterror) = 0
   If Not (t.SoundGetEqualizerBandLevels(3) Is Nil) Then Print "levels"
   errors.Value(t.Lasterror) = 0
   Dim bands As New MemoryBlock(4)
