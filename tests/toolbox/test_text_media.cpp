@@ -110,16 +110,18 @@ TEST(Arithmetic, RoundsAsItsCallersExpect) {
 BuiltMovie with_user_data(const Bytes& payload) {
   BuiltMovie movie;
   movie.tracks = {text_track({{"a", 600}})};
-  movie.more_in_movie = Bytes{0, 0, 0, 0, 'u', 'd', 't', 'a'};
-  movie.more_in_movie.insert(movie.more_in_movie.end(), payload.begin(), payload.end());
+  movie.more_in_movie.resize(8 + payload.size());
   store_big_endian(movie.more_in_movie.data(), static_cast<uint32_t>(movie.more_in_movie.size()));
+  store_big_endian(movie.more_in_movie.data() + 4, four_cc("udta"));
+  std::copy(payload.begin(), payload.end(), movie.more_in_movie.begin() + 8);
   return movie;
 }
 
 Bytes item(const char* type, const Bytes& payload) {
-  Bytes atom = {0, 0, 0, static_cast<uint8_t>(8 + payload.size())};
-  atom.insert(atom.end(), type, type + 4);
-  atom.insert(atom.end(), payload.begin(), payload.end());
+  Bytes atom(8 + payload.size());
+  store_big_endian(atom.data(), static_cast<uint32_t>(atom.size()));
+  std::copy_n(type, 4, atom.begin() + 4);
+  std::copy(payload.begin(), payload.end(), atom.begin() + 8);
   return atom;
 }
 

@@ -1,5 +1,7 @@
 #include "movie/clip_region.h"
 
+#include <algorithm>
+
 #include "base/big_endian.h"
 
 namespace toolbox {
@@ -62,10 +64,10 @@ Place find_region(const Bytes& atoms) {
 }
 
 Bytes atom_of(FourCC type, ByteView payload) {
-  Bytes atom(kHeader);
-  store_big_endian(atom.data(), static_cast<uint32_t>(kHeader + payload.size()));
+  Bytes atom(kHeader + payload.size());
+  store_big_endian(atom.data(), static_cast<uint32_t>(atom.size()));
   store_big_endian(atom.data() + 4, type);
-  atom.insert(atom.end(), payload.begin(), payload.end());
+  std::copy(payload.begin(), payload.end(), atom.begin() + kHeader);
   return atom;
 }
 
