@@ -6,6 +6,13 @@
 
 namespace bench {
 
+/// Milliseconds; 0 for a tool that is not installed.
+struct ToolTimes {
+  double krz = 0;
+  double atomic_parsley = 0;
+  double exiftool = 0;
+};
+
 /// Of a two-hour movie with 12 MiB of media data, in milliseconds, unless said otherwise.
 struct MetadataSpeed {
   // In this process, with the flushes left out: the movie is opened, its title set, saved.
@@ -15,15 +22,10 @@ struct MetadataSpeed {
 
   double many_items = 0;  // 100,000 added to another movie, walked and saved
 
-  // As whole processes, krz without flushes. 0 for a tool that is not installed.
-  double krz = 0;
-  double atomic_parsley = 0;
-  double exiftool = 0;
-
-  // The same with 12 GiB, which the others write anew; only with KRZ_BENCH_LARGE=1, else 0.
-  double krz_large = 0;
-  double atomic_parsley_large = 0;
-  double exiftool_large = 0;
+  // As whole processes, krz without flushes.
+  ToolTimes first;        // a title for a movie that had none
+  ToolTimes again;        // the same title once more, where no atom changes its size
+  ToolTimes first_large;  // 12 GiB, which the others write anew; only with KRZ_BENCH_LARGE=1
 };
 
 /// Writes its files into the folder. Ends the program with a message when a step fails.
