@@ -226,21 +226,7 @@ Machine::Outcome Machine::execute() {
         case Op::kNew:
           if (make_instance(*program_.classes[i.b], r[i.a])) continue;
           break;
-        case Op::kCallMethod: {
-          const MethodInfo* const method = program_.method(i.b);
-          if (method == nullptr) {
-            raise_no_method(i.b);
-            break;
-          }
-          const Instruction* words = next;
-          next += word_count(method->signature.parameters.size());
-          if (i.c != kNoRegister && r[i.c].object == nullptr) {
-            raise_nil(words);
-            break;
-          }
-          if (call_method_at(*method, i, words, r)) continue;
-          break;
-        }
+        case Op::kCallMethod:
         case Op::kCallSetter: {
           const MethodInfo* const method = program_.method(i.b);
           if (method == nullptr) {
@@ -253,7 +239,9 @@ Machine::Outcome Machine::execute() {
             raise_nil(words);
             break;
           }
-          if (call_setter_at(*method, i, words, r)) continue;
+          if (i.op == Op::kCallMethod ? call_method_at(*method, i, words, r)
+                                      : call_setter_at(*method, i, words, r))
+            continue;
           break;
         }
         case Op::kGetProperty: {
