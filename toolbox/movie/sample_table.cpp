@@ -62,15 +62,14 @@ Result<TimePlace> SampleTable::time_place_of(uint32_t sample) const {
   return index->place_of(sample);
 }
 
-Result<Stretch> SampleTable::take_stretch(TimePlace& place) const {
+Status SampleTable::take_stretch(TimePlace& place, Stretch& stretch) const {
   TimeCursor cursor(tables_.times, place);
-  Stretch stretch;
   if (!cursor.next(stretch)) {
     TRY(cursor.take_status());
     return check(place.sample);
   }
   place = cursor.place();
-  return stretch;
+  return {};
 }
 
 Result<SyncPlace> SampleTable::sync_from(uint32_t sample) const {
@@ -146,24 +145,30 @@ Result<SampleChunk> SampleTable::chunk_of(uint32_t sample) const {
   TRY(check(sample));
   TRY_ASSIGN(const ChunkIndex* index, chunk_index());
   TRY_ASSIGN(const ChunkPlace place, index->place_of(sample));
-  return chunk_at(place);
+  SampleChunk chunk;
+  TRY(fill_chunk(place, chunk));
+  return chunk;
 }
 
-Result<SampleChunk> SampleTable::chunk_behind(const SampleChunk& chunk) const {
+Status SampleTable::go_behind(SampleChunk& chunk) const {
   TRY_ASSIGN(const ChunkIndex* index, chunk_index());
   TRY_ASSIGN(const ChunkPlace place, index->place_behind(chunk.place));
   TRY(check(place.first_sample));
-  return chunk_at(place);
+  return fill_chunk(place, chunk);
 }
 
-Result<SampleChunk> SampleTable::chunk_at(const ChunkPlace& place) const {
+Status SampleTable::fill_chunk(const ChunkPlace& place, SampleChunk& chunk) const {
   TRY_ASSIGN(const uint8_t* row, tables_.chunk_offsets.row(place.chunk));
   const uint64_t offset = tables_.chunk_offsets.row_size() == 8 ? load_big_endian<uint64_t>(row)
                                                                 : load_big_endian<uint32_t>(row);
   const uint32_t count = std::min(place.sample_count, sample_count() - place.first_sample);
-  return SampleChunk{
-      place.chunk, place.first_sample, place.first_sample + count, place.description, offset,
-      place};
+  chunk.chunk = place.chunk;
+  chunk.first_sample = place.first_sample;
+  chunk.end_sample = place.first_sample + count;
+  chunk.description = place.description;
+  chunk.offset = offset;
+  chunk.place = place;
+  return {};
 }
 
 Result<SampleLocation> SampleTable::location(uint32_t sample) const {

@@ -50,7 +50,7 @@ struct SampleChunk {
   uint32_t end_sample = 0;
   uint32_t description = 0;  // from 1, as the table says: may point nowhere
   uint64_t offset = 0;       // in the file that the description's data reference names
-  ChunkPlace place;          // for chunk_behind()
+  ChunkPlace place;          // for go_behind()
 };
 
 /// Views over the tables of a media, with an index on each that is made in one pass when first
@@ -89,14 +89,14 @@ class SampleTable {
   // A walk in decode order, which other questions do not disturb. It begins at a sample, which
   // makes no index for the first one, and goes on from what it was told last.
 
-  /// The next chunk with samples. REQUIRES: the chunk does not hold the last sample. Fails: as
-  /// location().
-  Result<SampleChunk> chunk_behind(const SampleChunk& chunk) const;
+  /// Moves on to the next chunk with samples. REQUIRES: the chunk does not hold the last sample.
+  /// Fails: as location().
+  Status go_behind(SampleChunk& chunk) const;
 
-  /// Where the stretch that holds a sample begins; and the stretch that begins there, which moves
-  /// the place behind it. Fail: as times().
+  /// Where the stretch that holds a sample begins; and the stretch that begins at a place, which is
+  /// moved behind it. Fail: as times().
   Result<TimePlace> time_place_of(uint32_t sample) const;
-  Result<Stretch> take_stretch(TimePlace& place) const;
+  Status take_stretch(TimePlace& place, Stretch& stretch) const;
 
   /// The first sync sample that is `sample` or behind it, and the one behind another. REQUIRES:
   /// there is a sync table.
@@ -127,7 +127,7 @@ class SampleTable {
 
  private:
   Status check(uint32_t sample) const;
-  Result<SampleChunk> chunk_at(const ChunkPlace& place) const;
+  Status fill_chunk(const ChunkPlace& place, SampleChunk& chunk) const;
   Result<SyncPlace> sync_at(uint32_t row, uint32_t least) const;
   Result<const TimeIndex*> time_index() const;
   Result<const SyncIndex*> sync_index() const;

@@ -34,7 +34,7 @@ Status SampleWalk::begin() {
   // A place that no file reaches is found out by who reads there.
   offset_ = chunk_.offset > UINT64_MAX - before ? UINT64_MAX : chunk_.offset + before;
   TRY_ASSIGN(behind_stretch_, table_->time_place_of(sample_));
-  TRY_ASSIGN(stretch_, table_->take_stretch(behind_stretch_));
+  TRY(table_->take_stretch(behind_stretch_, stretch_));
   if (table_->tables().has_sync) {
     TRY_ASSIGN(sync_, table_->sync_from(sample_));
   }
@@ -43,7 +43,7 @@ Status SampleWalk::begin() {
 
 Status SampleWalk::enter_chunk() {
   const uint32_t description = chunk_.description;
-  TRY_ASSIGN(chunk_, table_->chunk_behind(chunk_));
+  TRY(table_->go_behind(chunk_));
   offset_ = chunk_.offset;
   return chunk_.description == description ? Status() : place_packet();
 }
@@ -57,7 +57,7 @@ Result<std::optional<SamplePiece>> SampleWalk::next(uint32_t most) {
   if (sample_ >= table_->sample_count()) return std::optional<SamplePiece>{};
   if (sample_ >= chunk_.end_sample) TRY(enter_chunk());
   while (sample_ > stretch_.last_sample()) {
-    TRY_ASSIGN(stretch_, table_->take_stretch(behind_stretch_));
+    TRY(table_->take_stretch(behind_stretch_, stretch_));
   }
   SamplePiece piece;
   piece.first = sample_;

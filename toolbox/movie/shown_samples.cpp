@@ -33,7 +33,8 @@ void include_displayed(const Stretch& stretch, int64_t after, int64_t until, Sho
 // Where display offsets reorder samples, those shown in a span stand anywhere around it.
 Status include_reordered(const SampleTable& table, int64_t until, ShownSamples& shown) {
   for (TimePlace place; place.sample < table.sample_count();) {
-    TRY_ASSIGN(const Stretch stretch, table.take_stretch(place));
+    Stretch stretch;
+    TRY(table.take_stretch(place, stretch));
     include_displayed(stretch, shown.shown_first.time, until, shown);
   }
   return {};
