@@ -94,16 +94,22 @@ REALstring sample_text(int32_t track, int32_t time) {
   return make_string(decoded(SampleTexts(track).at(time)));
 }
 
-void append(ArrayObject& array, const Slot& slot) {
-  if (!reserve_elements(array, array.elements.size() + 1)) return;
+/// Takes the lock of a string in the slot over. False when memory does not hold more, which the
+/// caller of the function hears of.
+bool append(ArrayObject& array, const Slot& slot) {
+  if (!reserve_elements(array, array.elements.size() + 1)) {
+    unlock_slot(array.element_type, slot);
+    return false;
+  }
   array.elements.push_back(slot);
   array.upper_bounds[0] = static_cast<int32_t>(array.elements.size()) - 1;
+  return true;
 }
 
-void append_time(ArrayObject& times, TimeValue time) {
+bool append_time(ArrayObject& times, TimeValue time) {
   Slot slot;
   slot.integer = time;
-  append(times, slot);
+  return append(times, slot);
 }
 
 // The texts that a track shows, one a sample. `times` gets where each begins, and at last where the
@@ -116,6 +122,8 @@ REALobject track_texts(int32_t handle, REALobject times) {
     raise_exception("NilObjectException", "the times have no array to go to");
     return nullptr;
   }
+  starts->elements.clear();
+  starts->upper_bounds[0] = -1;
   ArrayObject* const texts = new_array({Kind::kString}, {-1});
   SampleTexts samples(handle);
   TimeValue end = -1;
@@ -123,10 +131,9 @@ REALobject track_texts(int32_t handle, REALobject times) {
     TimeValue duration = 0;
     GetTrackNextInterestingTime(track_of(handle), kThisOrNext, time, kForward, &time, &duration);
     if (GetMoviesError() != noErr || time < 0) break;
-    append_time(*starts, time);
     Slot slot;
     slot.string = make_string(decoded(samples.at(time)));
-    append(*texts, slot);
+    if (!append(*texts, slot) || !append_time(*starts, time)) break;
     end = static_cast<TimeValue>(std::min<int64_t>(int64_t{time} + duration, kLastTime));
     if (exception_pending() || time == kLastTime) break;
   }

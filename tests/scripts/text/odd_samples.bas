@@ -24,5 +24,5 @@ Dim times() As Integer
 Dim texts() As String = TrackTexts(t.TrackHandle, times)
 Print Join(texts, "|"), times.Count                             ' expect: Hi|Hi|Hi|éx|éx||short|Hi|Hi||� 12
 Print times(0), times(1), times(10), times(11)                  ' expect: 0 60 600 660
-Dim none() As Integer
-Print TrackTexts(0, none).Count, none.Count                     ' expect: 0 0
+Print TrackTexts(t.TrackHandle, times).Count, times.Count       ' expect: 11 12
+Print TrackTexts(0, times).Count, times.Count                   ' expect: 0 0
