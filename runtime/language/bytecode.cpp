@@ -29,6 +29,7 @@ size_t own_fields(const ScriptClass& one) {
 class Writer {
  public:
   void number(size_t value) { plain(static_cast<uint32_t>(value)); }
+  void number(Storage value) { number(static_cast<size_t>(value)); }
 
   void text(std::string_view value) {
     number(value.size());
@@ -87,7 +88,13 @@ class Reader {
     return good_ ? value : 0;
   }
 
+  template <class T>
+  void number(T& value) {
+    value = static_cast<T>(number());
+  }
+
   std::string_view text() { return take(number()); }
+  void text(std::string_view& value) { value = text(); }
 
   template <class T>
   void list(std::vector<T>& items) {
@@ -180,28 +187,18 @@ class Reached {
   std::vector<size_t> waiting_;
 };
 
-void write_routine(Writer& out, const RoutineCode& routine) {
-  out.text(routine.name);
-  out.list(routine.code);
-  out.list(routine.marks);
-  out.list(routine.handlers);
-  out.list(routine.string_registers);
-  out.list(routine.object_registers);
-  out.list(routine.parameters);
-  out.number(routine.register_count);
-  out.number(static_cast<size_t>(routine.result));
-}
-
-void read_routine(Reader& in, RoutineCode& routine) {
-  routine.name = in.text();
-  in.list(routine.code);
-  in.list(routine.marks);
-  in.list(routine.handlers);
-  in.list(routine.string_registers);
-  in.list(routine.object_registers);
-  in.list(routine.parameters);
-  routine.register_count = static_cast<uint16_t>(in.number());
-  routine.result = static_cast<Storage>(in.number());
+/// The parts of a routine, in the order of the bytes: for writing and for reading.
+template <class Side, class Code>
+void routine_parts(Side& side, Code& routine) {
+  side.text(routine.name);
+  side.list(routine.code);
+  side.list(routine.marks);
+  side.list(routine.handlers);
+  side.list(routine.string_registers);
+  side.list(routine.object_registers);
+  side.list(routine.parameters);
+  side.number(routine.register_count);
+  side.number(routine.result);
 }
 
 /// Superclasses first, as they are laid out.
@@ -254,8 +251,9 @@ void write_body(Writer& out, const Program& program) {
   }
   out.number(program.routines.size());
   const Reached reached(program);
+  const RoutineCode nothing;
   for (size_t i = 0; i < program.routines.size(); ++i)
-    write_routine(out, reached.contains(i) ? program.routines[i] : RoutineCode());
+    routine_parts(out, reached.contains(i) ? program.routines[i] : nothing);
 }
 
 class ProgramReader {
@@ -264,12 +262,12 @@ class ProgramReader {
       : in_(bytes), registry_(registry), program_(program) {}
 
   bool read() {
-    if (in_.number() != kMark) return false;
+    if (in_.number() != kMark || in_.text() != KRZ_VERSION) return false;
     read_classes();
     if (!in_.good()) return false;
     read_tables();
     program_.routines.resize(in_.count());
-    for (RoutineCode& routine : program_.routines) read_routine(in_, routine);
+    for (RoutineCode& routine : program_.routines) routine_parts(in_, routine);
     return in_.good();
   }
 
@@ -294,8 +292,8 @@ class ProgramReader {
       in_.list(one->methods);
       in_.list(one->string_slots);
       in_.list(one->object_slots);
-      one->initialiser = static_cast<uint16_t>(in_.number());
-      one->destructor = static_cast<uint16_t>(in_.number());
+      in_.number(one->initialiser);
+      in_.number(one->destructor);
       if (!in_.good() || !one->lay_out(superclass, fields)) return in_.fail();
     }
   }
@@ -303,12 +301,12 @@ class ProgramReader {
   void read_tables() {
     in_.list(program_.numbers);
     program_.texts.resize(in_.count());
-    for (TextConstant& one : program_.texts) one.text = in_.text();
+    for (TextConstant& one : program_.texts) in_.text(one.text);
     program_.types.resize(in_.count());
     for (Type& one : program_.types) {
-      one.kind = static_cast<Kind>(in_.number());
-      one.element = static_cast<Kind>(in_.number());
-      one.rank = static_cast<uint8_t>(in_.number());
+      in_.number(one.kind);
+      in_.number(one.element);
+      in_.number(one.rank);
       one.class_info = class_reference();
     }
     program_.classes.resize(in_.count());
@@ -319,7 +317,7 @@ class ProgramReader {
     for (LateMethod& one : program_.late_methods) {
       one.owner = class_reference();
       one.shared = in_.number() != 0;
-      one.declaration = in_.text();
+      in_.text(one.declaration);
     }
     program_.properties.resize(in_.count());
     for (const PropertyInfo*& one : program_.properties) {
@@ -361,6 +359,7 @@ std::string write_bytecode(const Program& program) {
   write_body(body, program);
   Writer head;
   head.number(kMark);
+  head.text(KRZ_VERSION);
   head.number(program.script_classes.size());
   head.number(body.classes().size());
   for (const ClassInfo* one : body.classes()) head.text(one->name());

@@ -43,9 +43,10 @@ class KRZ_API Script {
   /// The compiled script as bytes, for load(). They are good for the build of krz that made them.
   std::string bytecode() const;
 
-  /// Makes a script of its bytecode, without compiling it. Null when these bytes are none, or name
-  /// a class that `runtime` does not have: compile() then says what is wrong. `source` and `file`
-  /// are what it was compiled from, for messages. The bytes must outlive the script.
+  /// Makes a script of its bytecode, without compiling it. Null when these bytes are none, come
+  /// from another version of krz, or name a class that `runtime` does not have: compile() then says
+  /// what is wrong. `source` and `file` are what it was compiled from, for messages. The bytes must
+  /// outlive the script.
   static std::unique_ptr<Script> load(Runtime& runtime, std::string_view bytecode,
                                       std::string_view source, std::string file);
 

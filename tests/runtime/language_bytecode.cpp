@@ -23,6 +23,9 @@ TEST(Bytecode, OfAnotherKindIsNotLoaded) {
     EXPECT_EQ(Script::load(runtime, bytes.substr(0, length), kSource, "test.bas"), nullptr);
   }
   EXPECT_EQ(Script::load(runtime, "x" + bytes, kSource, "test.bas"), nullptr);
+  std::string other_version = bytes;
+  other_version[2 * sizeof(uint32_t)] = '9';  // the first digit, behind a mark and a length
+  EXPECT_EQ(Script::load(runtime, other_version, kSource, "test.bas"), nullptr);
   std::string other_class = bytes;
   other_class.replace(other_class.find("MemoryBlock"), 11, "MemoryClock");
   EXPECT_EQ(Script::load(runtime, other_class, kSource, "test.bas"), nullptr);
